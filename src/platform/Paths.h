@@ -1,0 +1,33 @@
+#pragma once
+// Every path the program uses, derived from the application-support folder
+// and the home folder. The application-support folder defaults to
+// $XDG_DATA_HOME, else ~/.local/share; `--data-dir DIR` replaces it.
+#include <QString>
+
+namespace platform::paths {
+
+// Overrides the application-support folder (an empty text returns to the
+// default). Also used by tests, which point it at a temporary folder.
+void setApplicationSupportDir(const QString &dir);
+QString applicationSupportDir();
+
+// The home folder ("~"); tests may point it elsewhere too.
+void setHomeDir(const QString &dir);
+QString homeDir();
+// A leading "~" or "~/" replaced by the home folder.
+QString expandTilde(const QString &path);
+
+QString quorvelDir();         // <support>/Quorvel
+QString bundleDir();          // <support>/Quorvel/quorveldatabase.qvldb
+QString bundleFile(const QString &name);  // a member of the bundle
+QString itemImagesDir();      // <bundle>/ItemImages
+QString itemImagePath(int itemId);        // <bundle>/ItemImages/<id>.tiff
+QString attachmentsDir();     // <bundle>/Attachments (either spelling found on disk)
+QString reportsDir();         // <support>/Quorvel/reports (either spelling found on disk)
+QString legacyDatabaseFile(); // ~/Quorvel/quorveldatabase.xml
+
+// A child folder of `parent` whose name matches `name` ignoring letter case:
+// the existing one when there is one, else parent/name.
+QString caseInsensitiveChild(const QString &parent, const QString &name);
+
+}  // namespace platform::paths

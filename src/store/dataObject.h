@@ -1,0 +1,44 @@
+#pragma once
+// The base of every record: an id, the visible flag that the collection's
+// filter sets, and the date cached by date sorting.
+#include <QDateTime>
+#include <QString>
+#include <optional>
+
+class kdDataSource;
+
+class dataObject
+{
+public:
+    dataObject() = default;
+    virtual ~dataObject() = default;
+    dataObject(const dataObject &) = delete;
+    dataObject &operator=(const dataObject &) = delete;
+
+    int getID() const { return Id; }
+    void setID(int id);
+
+    bool getVisible() const { return visible; }
+    void setVisible(bool isVisible);
+
+    // The cache can be replaced but never cleared: an empty date is ignored.
+    const std::optional<QDateTime> &getNSDate() const { return nsdate; }
+    void setNSDate(const std::optional<QDateTime> &date);
+
+    // The named field as text; the base answers "" for every name.
+    virtual QString getFieldByName(const QString &name) const;
+    // Whether the record matches a search text; the base matches everything.
+    virtual bool contains(const QString &text) const;
+
+private:
+    friend class kdDataSource;
+
+    bool visible = true;
+    int Id = 0;
+    std::optional<QDateTime> nsdate;
+
+    // Kept by the collection that owns the record, so that it can keep its
+    // id and visible-row indexes in step and find positions without a scan.
+    kdDataSource *owner = nullptr;
+    qsizetype position = -1;
+};

@@ -1,0 +1,289 @@
+#include "store/kdDataSource.h"
+
+#include "platform/Dates.h"
+#include "store/TableView.h"
+
+#include <algorithm>
+#include <numeric>
+
+kdDataSource::kdDataSource() = default;
+
+kdDataSource::~kdDataSource()
+{
+    for (dataObject *record : collection)
+        delete record;
+}
+
+void kdDataSource::add(dataObject *record)
+{
+    if (!record)
+        return;
+    if (record->Id != 0) {
+        if (record->Id > highestId)
+            highestId = record->Id;
+    } else {
+        ++highestId;
+        record->Id = highestId;  // the record is not ours yet: no index to tell
+    }
+    record->owner = this;
+    record->position = qsizetype(collection.size());
+    collection.push_back(record);
+
+    // Appending keeps both indexes valid: the new record cannot precede an
+    // earlier record with the same id, and it is the last visible row.
+    if (idIndexValid && !idIndex.contains(record->Id))
+        idIndex.insert(record->Id, record);
+    if (visibleIndexValid && record->visible)
+        visibleRows.push_back(int(record->position));
+}
+
+int kdDataSource::getNextId()
+{
+    return ++highestId;
+}
+
+void kdDataSource::clear()
+{
+    for (dataObject *record : collection)
+        delete record;
+    collection.clear();
+    highestId = 0;
+    idIndex.clear();
+    idIndexValid = true;
+    visibleRows.clear();
+    visibleIndexValid = true;
+}
+
+std::unique_ptr<dataObject> kdDataSource::takeItem(dataObject *record)
+{
+    const qsizetype at = indexOf(record);
+    if (at < 0)
+        return nullptr;
+    collection.erase(collection.begin() + at);
+    record->owner = nullptr;
+    record->position = -1;
+    renumberFrom(at);
+    idIndexValid = false;
+    visibleIndexValid = false;
+    return std::unique_ptr<dataObject>(record);
+}
+
+void kdDataSource::deleteItem(dataObject *record)
+{
+    takeItem(record);  // the unique_ptr deletes it
+}
+
+qsizetype kdDataSource::indexOf(const dataObject *record) const
+{
+    if (!record)
+        return -1;
+    if (record->owner == this && record->position >= 0 && record->position < qsizetype(collection.size())
+        && collection[size_t(record->position)] == record)
+        return record->position;
+    // A record that belongs to another collection as well: look for it.
+    const auto found = std::find(collection.begin(), collection.end(), record);
+    return found == collection.end() ? -1 : qsizetype(found - collection.begin());
+}
+
+void kdDataSource::renumberFrom(qsizetype first)
+{
+    for (size_t i = size_t(first); i < collection.size(); ++i) {
+        if (collection[i]->owner == this)
+            collection[i]->position = qsizetype(i);
+    }
+}
+
+int kdDataSource::getCount() const
+{
+    return int(collection.size());
+}
+
+dataObject *kdDataSource::getnthItem(int n) const
+{
+    // Compared unsigned: a negative position is out of range too.
+    if (unsigned(n) >= collection.size())
+        return nullptr;
+    return collection[size_t(n)];
+}
+
+dataObject *kdDataSource::getFirstItem() const
+{
+    return collection.empty() ? nullptr : collection.front();
+}
+
+dataObject *kdDataSource::getNextItem(const dataObject *record) const
+{
+    const qsizetype at = indexOf(record);
+    if (at < 0 || size_t(at) + 1 >= collection.size())
+        return nullptr;
+    return collection[size_t(at) + 1];
+}
+
+void kdDataSource::ensureIdIndex() const
+{
+    if (idIndexValid)
+        return;
+    idIndex.clear();
+    idIndex.reserve(qsizetype(collection.size()));
+    for (dataObject *record : collection) {
+        if (!idIndex.contains(record->Id))
+            idIndex.insert(record->Id, record);
+    }
+    idIndexValid = true;
+}
+
+dataObject *kdDataSource::getItemById(int id) const
+{
+    ensureIdIndex();
+    return idIndex.value(id, nullptr);
+}
+
+void kdDataSource::ensureVisibleIndex() const
+{
+    if (visibleIndexValid)
+        return;
+    visibleRows.clear();
+    for (size_t i = 0; i < collection.size(); ++i) {
+        if (collection[i]->visible)
+            visibleRows.push_back(int(i));
+    }
+    visibleIndexValid = true;
+}
+
+dataObject *kdDataSource::getnthVisibleItem(int n) const
+{
+    if (n == -1) {
+        // Row -1 answers the first record when it is invisible: the row
+        // counter starts at -1 and is compared before any visible record
+        // has been counted. Callers never ask for it; kept as it always was.
+        if (!collection.empty() && !collection.front()->visible)
+            return collection.front();
+        return nullptr;
+    }
+    if (n < 0)
+        return nullptr;
+    ensureVisibleIndex();
+    if (size_t(n) >= visibleRows.size())
+        return nullptr;
+    return collection[size_t(visibleRows[size_t(n)])];
+}
+
+dataObject *kdDataSource::getSelectedItem() const
+{
+    if (!tableView || tableView->selectedRow() < 0)
+        return nullptr;
+    return getnthVisibleItem(tableView->selectedRow());
+}
+
+int kdDataSource::numberOfRowsInTableView() const
+{
+    ensureVisibleIndex();
+    return int(visibleRows.size());
+}
+
+QString kdDataSource::objectValueForTableColumn(const QString &, int) const
+{
+    return QStringLiteral("");
+}
+
+void kdDataSource::swop(dataObject *a, dataObject *b)
+{
+    const qsizetype at = indexOf(a);
+    const qsizetype bt = indexOf(b);
+    if (at < 0 || bt < 0 || at == bt)
+        return;
+    std::swap(collection[size_t(at)], collection[size_t(bt)]);
+    if (a->owner == this)
+        a->position = bt;
+    if (b->owner == this)
+        b->position = at;
+    idIndexValid = false;
+    visibleIndexValid = false;
+}
+
+// Sorting gives exactly the order of the exchange sort the collection has
+// always used: neighbours are exchanged when the left is less than the right
+// and `ascending` is set, or greater and it is not, so "ascending" leaves the
+// collection in descending order (kept: users know their lists this way).
+// Such an exchange sort is stable, so a stable sort with the same strict
+// order gives the same result. For dates, a record without a date never
+// takes part in an exchange: it stays where it is and nothing moves past
+// it, so each run of dated records between undated ones is sorted alone.
+void kdDataSource::sortByColumn(const QString &field, bool ascending, int options)
+{
+    const size_t count = collection.size();
+    if (count < 2)
+        return;
+    const QString key = field == QLatin1String("name") ? QStringLiteral("surname") : field;
+
+    std::vector<dataObject *> sorted(collection);
+    if (options == 0 || options == 1) {
+        std::vector<QString> folded(count);
+        for (size_t i = 0; i < count; ++i)
+            folded[i] = collection[i]->getFieldByName(key).toCaseFolded();
+        std::vector<size_t> order(count);
+        std::iota(order.begin(), order.end(), size_t(0));
+        if (ascending)
+            std::stable_sort(order.begin(), order.end(), [&](size_t l, size_t r) {
+                return QStringView(folded[l]).compare(QStringView(folded[r])) > 0;
+            });
+        else
+            std::stable_sort(order.begin(), order.end(), [&](size_t l, size_t r) {
+                return QStringView(folded[l]).compare(QStringView(folded[r])) < 0;
+            });
+        for (size_t i = 0; i < count; ++i)
+            sorted[i] = collection[order[i]];
+    } else if (options == 2) {
+        static const QString dayFirst = QStringLiteral("%d/%m/%y");
+        // Every record takes part in at least one comparison, so each
+        // gets its date parsed (and cached) when it has none yet.
+        std::vector<qint64> when(count);
+        std::vector<bool> dated(count);
+        for (size_t i = 0; i < count; ++i) {
+            dataObject *record = collection[i];
+            if (!record->getNSDate()) {
+                if (auto parsed = platform::parseDate(record->getFieldByName(key), dayFirst))
+                    record->setNSDate(parsed);
+            }
+            const auto &cached = record->getNSDate();
+            dated[i] = cached.has_value() && cached->isValid();
+            if (dated[i])
+                when[i] = cached->date().toJulianDay() * 86400000LL + cached->time().msecsSinceStartOfDay();
+        }
+        std::vector<size_t> run;
+        size_t i = 0;
+        while (i < count) {
+            if (!dated[i]) {
+                ++i;
+                continue;
+            }
+            const size_t start = i;
+            run.clear();
+            while (i < count && dated[i])
+                run.push_back(i++);
+            if (ascending)
+                std::stable_sort(run.begin(), run.end(), [&](size_t l, size_t r) { return when[l] > when[r]; });
+            else
+                std::stable_sort(run.begin(), run.end(), [&](size_t l, size_t r) { return when[l] < when[r]; });
+            for (size_t k = 0; k < run.size(); ++k)
+                sorted[start + k] = collection[run[k]];
+        }
+    } else {
+        return;  // no other option ever exchanges anything
+    }
+
+    collection.swap(sorted);
+    renumberFrom(0);
+    idIndexValid = false;
+    visibleIndexValid = false;
+}
+
+void kdDataSource::recordIdChanged(dataObject *)
+{
+    idIndexValid = false;
+}
+
+void kdDataSource::recordVisibilityChanged(dataObject *)
+{
+    visibleIndexValid = false;
+}

@@ -1,0 +1,93 @@
+#pragma once
+// The base of every collection controller and table data source: the ordered
+// collection of records it owns, id allocation, the mapping from table rows
+// to visible records, lookup by id, sorting and export.
+//
+// Lookups by id, by position and by visible row use indexes kept in step
+// with the collection (rebuilt lazily after a change), so none of them scans
+// the collection; sorting is a stable O(n log n) sort that gives exactly the
+// order of the stable exchange sort the program has always used.
+#include "store/dataObject.h"
+
+#include <QHash>
+#include <QString>
+#include <memory>
+#include <vector>
+
+class TableView;
+
+class kdDataSource
+{
+public:
+    kdDataSource();
+    virtual ~kdDataSource();
+    kdDataSource(const kdDataSource &) = delete;
+    kdDataSource &operator=(const kdDataSource &) = delete;
+
+    // Takes ownership and appends. A non-zero id raises highestId when it is
+    // greater; an id of 0 takes the next id.
+    void add(dataObject *record);
+    // Consumes and answers the next id.
+    int getNextId();
+    int getHighestId() const { return highestId; }
+    // Drops every record and restarts ids at 0.
+    void clear();
+    // Removes (and deletes) that very record; nothing when it is not here.
+    void deleteItem(dataObject *record);
+    // Removes the record without deleting it and hands ownership back.
+    std::unique_ptr<dataObject> takeItem(dataObject *record);
+
+    virtual int getCount() const;
+    virtual dataObject *getnthItem(int n) const;
+    virtual dataObject *getFirstItem() const;
+    virtual dataObject *getNextItem(const dataObject *record) const;
+    virtual dataObject *getItemById(int id) const;
+    dataObject *getnthVisibleItem(int n) const;
+    dataObject *getSelectedItem() const;
+    // Position of the record in the collection, -1 when it is not here.
+    qsizetype indexOf(const dataObject *record) const;
+
+    TableView *getTableView() const { return tableView; }
+    void setTableView(TableView *view) { tableView = view; }
+
+    virtual int numberOfRowsInTableView() const;
+    virtual QString objectValueForTableColumn(const QString &columnId, int row) const;
+
+    void sortByColumn(const QString &field, bool ascending) { sortByColumn(field, ascending, 0); }
+    void sortByColumn(const QString &field, bool ascending, int options);
+    void swop(dataObject *a, dataObject *b);
+
+    // Export of the table as shown (rows from numberOfRowsInTableView, cells
+    // from objectValueForTableColumn, columns in the given order).
+    QString getDataAsCSVusingTableView(const TableView &table) const;
+    QString getDataAsHTMLusingTableView(const TableView &table) const;
+    // Builds the table's columns from a layout file; always answers true.
+    bool configureTable(TableView &table, const QString &path, const QString &defaults = QString());
+
+    virtual void deleteKey() {}
+    virtual void remove() {}
+    virtual void sort() {}
+    virtual QString getWindowTitle() const { return QString(); }
+
+    // Called by records when their id or visibility changes.
+    void recordIdChanged(dataObject *record);
+    void recordVisibilityChanged(dataObject *record);
+
+protected:
+    // The records in collection order; subclasses may read it directly.
+    const std::vector<dataObject *> &records() const { return collection; }
+
+private:
+    void renumberFrom(qsizetype first);
+    void ensureIdIndex() const;
+    void ensureVisibleIndex() const;
+
+    TableView *tableView = nullptr;
+    std::vector<dataObject *> collection;
+    int highestId = 0;
+
+    mutable QHash<int, dataObject *> idIndex;   // id -> first record with that id
+    mutable bool idIndexValid = true;
+    mutable std::vector<int> visibleRows;       // visible row -> position
+    mutable bool visibleIndexValid = true;
+};

@@ -1,0 +1,224 @@
+#include "platform/Numbers.h"
+
+#include <charconv>
+#include <climits>
+#include <limits>
+#include <string>
+#include <system_error>
+
+namespace platform {
+
+namespace {
+
+inline bool isBlank(char16_t c)
+{
+    if (c < 128)
+        return c == u' ' || c == u'\t' || c == u'\n' || c == u'\r' || c == u'\v' || c == u'\f';
+    return QChar::isSpace(c);
+}
+
+inline bool isDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
+
+qsizetype skipBlanks(QStringView text)
+{
+    qsizetype i = 0;
+    const qsizetype n = text.size();
+    while (i < n && isBlank(text[i].unicode()))
+        ++i;
+    return i;
+}
+
+// The extent [start, end) of the longest decimal floating-point number at the
+// start of the text after its blanks; end == start when there is none.
+struct NumberExtent {
+    qsizetype start = 0;
+    qsizetype end = 0;
+};
+
+NumberExtent scanNumber(QStringView text)
+{
+    const qsizetype n = text.size();
+    NumberExtent extent;
+    qsizetype i = skipBlanks(text);
+    extent.start = extent.end = i;
+    if (i < n && (text[i] == u'+' || text[i] == u'-'))
+        ++i;
+    qsizetype digits = 0;
+    while (i < n && isDigit(text[i].unicode())) {
+        ++i;
+        ++digits;
+    }
+    if (i < n && text[i] == u'.') {
+        qsizetype j = i + 1;
+        qsizetype fraction = 0;
+        while (j < n && isDigit(text[j].unicode())) {
+            ++j;
+            ++fraction;
+        }
+        if (digits + fraction > 0) {
+            digits += fraction;
+            i = j;
+        }
+    }
+    if (digits == 0)
+        return extent;
+    // An exponent counts only when digits follow it.
+    if (i < n && (text[i] == u'e' || text[i] == u'E')) {
+        qsizetype j = i + 1;
+        if (j < n && (text[j] == u'+' || text[j] == u'-'))
+            ++j;
+        if (j < n && isDigit(text[j].unicode())) {
+            while (j < n && isDigit(text[j].unicode()))
+                ++j;
+            i = j;
+        }
+    }
+    extent.end = i;
+    return extent;
+}
+
+double convert(const char *first, const char *last)
+{
+    // from_chars takes no leading "+" and never looks at the C locale.
+    bool negative = false;
+    if (first < last && (*first == '+' || *first == '-')) {
+        negative = *first == '-';
+        ++first;
+    }
+    double value = 0.0;
+    const auto result = std::from_chars(first, last, value, std::chars_format::general);
+    if (result.ec == std::errc::result_out_of_range) {
+        // Too large or too small for a double: infinity or zero, as strtod
+        // would answer. Decide by the decimal exponent of the first
+        // significant digit.
+        long long exponent = 0;
+        long long leading = 0;  // position of the first significant digit relative to the point
+        bool seenPoint = false;
+        bool seenSignificant = false;
+        long long integerDigits = 0;
+        const char *p = first;
+        for (; p < last && *p != 'e' && *p != 'E'; ++p) {
+            if (*p == '.') {
+                seenPoint = true;
+                continue;
+            }
+            if (!seenSignificant && *p != '0') {
+                seenSignificant = true;
+                leading = seenPoint ? -(p - first) : integerDigits;
+            }
+            if (!seenPoint)
+                ++integerDigits;
+        }
+        if (p < last) {
+            ++p;
+            bool negativeExponent = false;
+            if (p < last && (*p == '+' || *p == '-'))
+                negativeExponent = *p++ == '-';
+            for (; p < last; ++p) {
+                if (exponent < 100000000)
+                    exponent = exponent * 10 + (*p - '0');
+            }
+            if (negativeExponent)
+                exponent = -exponent;
+        }
+        value = (seenSignificant && exponent + leading > 0) ? std::numeric_limits<double>::infinity() : 0.0;
+    }
+    return negative ? -value : value;
+}
+
+double readDouble(QStringView text)
+{
+    const NumberExtent extent = scanNumber(text);
+    const qsizetype length = extent.end - extent.start;
+    if (length <= 0)
+        return 0.0;
+    char small[64];
+    std::string large;
+    char *buffer = small;
+    if (length > qsizetype(sizeof small)) {
+        large.resize(size_t(length));
+        buffer = large.data();
+    }
+    const QChar *source = text.data() + extent.start;
+    for (qsizetype i = 0; i < length; ++i)
+        buffer[i] = char(source[i].unicode());
+    return convert(buffer, buffer + length);
+}
+
+QString fixed(double value, int precision)
+{
+    char buffer[400];
+    const auto result = std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed, precision);
+    if (result.ec != std::errc())
+        return QString();
+    return QString::fromLatin1(buffer, result.ptr - buffer);
+}
+
+}  // namespace
+
+float floatValue(QStringView text)
+{
+    return float(readDouble(text));
+}
+
+double doubleValue(QStringView text)
+{
+    return readDouble(text);
+}
+
+int intValue(QStringView text)
+{
+    const qsizetype n = text.size();
+    qsizetype i = skipBlanks(text);
+    bool negative = false;
+    if (i < n && (text[i] == u'+' || text[i] == u'-')) {
+        negative = text[i] == u'-';
+        ++i;
+    }
+    long long value = 0;
+    for (; i < n && isDigit(text[i].unicode()); ++i) {
+        if (value <= (long long)INT_MAX + 1)
+            value = value * 10 + (text[i].unicode() - u'0');
+    }
+    if (negative)
+        value = -value;
+    if (value > INT_MAX)
+        return INT_MAX;
+    if (value < INT_MIN)
+        return INT_MIN;
+    return int(value);
+}
+
+bool isNumeric(QStringView text)
+{
+    const NumberExtent extent = scanNumber(text);
+    return extent.end > extent.start;
+}
+
+QString format2(double value)
+{
+    return fixed(value, 2);
+}
+
+QString format6(double value)
+{
+    return fixed(value, 6);
+}
+
+QString withoutCommas(const QString &text)
+{
+    if (!text.contains(QLatin1Char(',')))
+        return text;
+    QString result = text;
+    result.remove(QLatin1Char(','));
+    return result;
+}
+
+bool containsText(QStringView haystack, QStringView needle)
+{
+    if (needle.isEmpty())
+        return false;
+    return haystack.contains(needle, Qt::CaseInsensitive);
+}
+
+}  // namespace platform

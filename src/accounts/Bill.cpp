@@ -4,29 +4,10 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-namespace {
-
-// Stores the text unless it is null, so a field keeps its previous value.
-inline void assignUnlessNull(QString &field, const QString &value)
-{
-    if (!value.isNull())
-        field = value;
-}
-
-}  // namespace
-
 Bill::Bill()
     : number(u""_s), name(u""_s), datePaid(u""_s), amount(u""_s), details(u""_s), category(u""_s)
 {
 }
-
-void Bill::setNumber(const QString &value) { assignUnlessNull(number, value); }
-void Bill::setName(const QString &value) { assignUnlessNull(name, value); }
-void Bill::setDatePaid(const QString &value) { assignUnlessNull(datePaid, value); }
-void Bill::setAmount(const QString &value) { assignUnlessNull(amount, value); }
-void Bill::setDetails(const QString &value) { assignUnlessNull(details, value); }
-void Bill::setCategory(const QString &value) { assignUnlessNull(category, value); }
-void Bill::setOrder(const QString &value) { assignUnlessNull(order, value); }
 
 bool Bill::isDate(const QString &columnName)
 {

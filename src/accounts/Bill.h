@@ -12,21 +12,21 @@ public:
 
     // Every string setter keeps the old value when handed a null text.
     const QString &getNumber() const { return number; }
-    void setNumber(const QString &value);
+    void setNumber(const QString &text) { assignUnlessNull(number, text); }
     const QString &getName() const { return name; }
-    void setName(const QString &value);
+    void setName(const QString &text) { assignUnlessNull(name, text); }
     const QString &getDatePaid() const { return datePaid; }
-    void setDatePaid(const QString &value);
+    void setDatePaid(const QString &text) { assignUnlessNull(datePaid, text); }
     // May hold thousands separators; totals strip them.
     const QString &getAmount() const { return amount; }
-    void setAmount(const QString &value);
+    void setAmount(const QString &text) { assignUnlessNull(amount, text); }
     const QString &getDetails() const { return details; }
-    void setDetails(const QString &value);
+    void setDetails(const QString &text) { assignUnlessNull(details, text); }
     const QString &getCategory() const { return category; }
-    void setCategory(const QString &value);
+    void setCategory(const QString &text) { assignUnlessNull(category, text); }
     // A reference to an order, kept in memory only; null until set.
     const QString &getOrder() const { return order; }
-    void setOrder(const QString &value);
+    void setOrder(const QString &text) { assignUnlessNull(order, text); }
 
     // Whether the bill list sorts this column as dates: only "datepaid".
     static bool isDate(const QString &columnName);

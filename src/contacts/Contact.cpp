@@ -4,17 +4,6 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-namespace {
-
-// Stores the text unless it is null, so a field keeps its previous value.
-inline void assignUnlessNull(QString &field, const QString &value)
-{
-    if (!value.isNull())
-        field = value;
-}
-
-}  // namespace
-
 Contact::Contact()
     : add1(u""_s), add2(u""_s), add3(u""_s), comments(u""_s), companyName(u""_s), email(u""_s),
       extension(u""_s), fax(u""_s), jobTitle(u""_s), kind(u"Individual"_s), mobile(u""_s),
@@ -22,24 +11,6 @@ Contact::Contact()
       website(u""_s)
 {
 }
-
-void Contact::setAdd1(const QString &value) { assignUnlessNull(add1, value); }
-void Contact::setAdd2(const QString &value) { assignUnlessNull(add2, value); }
-void Contact::setAdd3(const QString &value) { assignUnlessNull(add3, value); }
-void Contact::setComments(const QString &value) { assignUnlessNull(comments, value); }
-void Contact::setCompanyName(const QString &value) { assignUnlessNull(companyName, value); }
-void Contact::setEmail(const QString &value) { assignUnlessNull(email, value); }
-void Contact::setExtension(const QString &value) { assignUnlessNull(extension, value); }
-void Contact::setFax(const QString &value) { assignUnlessNull(fax, value); }
-void Contact::setJobTitle(const QString &value) { assignUnlessNull(jobTitle, value); }
-void Contact::setKind(const QString &value) { assignUnlessNull(kind, value); }
-void Contact::setMobile(const QString &value) { assignUnlessNull(mobile, value); }
-void Contact::setName(const QString &value) { assignUnlessNull(name, value); }
-void Contact::setPhone(const QString &value) { assignUnlessNull(phone, value); }
-void Contact::setPostcode(const QString &value) { assignUnlessNull(postcode, value); }
-void Contact::setTitle(const QString &value) { assignUnlessNull(title, value); }
-void Contact::setType(const QString &value) { assignUnlessNull(type, value); }
-void Contact::setWebsite(const QString &value) { assignUnlessNull(website, value); }
 
 QString Contact::getAddress() const
 {

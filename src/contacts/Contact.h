@@ -11,44 +11,45 @@ class Contact : public dataObject
 public:
     Contact();
 
+    // Every string setter keeps the old value when handed a null text.
     const QString &getAdd1() const { return add1; }
-    void setAdd1(const QString &value);
+    void setAdd1(const QString &text) { assignUnlessNull(add1, text); }
     const QString &getAdd2() const { return add2; }
-    void setAdd2(const QString &value);
+    void setAdd2(const QString &text) { assignUnlessNull(add2, text); }
     const QString &getAdd3() const { return add3; }
-    void setAdd3(const QString &value);
+    void setAdd3(const QString &text) { assignUnlessNull(add3, text); }
     const QString &getComments() const { return comments; }
-    void setComments(const QString &value);
+    void setComments(const QString &text) { assignUnlessNull(comments, text); }
     // The display name of the linked company, filled in at display time;
     // never stored or restored by name.
     const QString &getCompanyName() const { return companyName; }
-    void setCompanyName(const QString &value);
+    void setCompanyName(const QString &text) { assignUnlessNull(companyName, text); }
     int getCompany() const { return company; }
     void setCompany(int companyId) { company = companyId; }
     const QString &getEmail() const { return email; }
-    void setEmail(const QString &value);
+    void setEmail(const QString &text) { assignUnlessNull(email, text); }
     const QString &getExtension() const { return extension; }
-    void setExtension(const QString &value);
+    void setExtension(const QString &text) { assignUnlessNull(extension, text); }
     const QString &getFax() const { return fax; }
-    void setFax(const QString &value);
+    void setFax(const QString &text) { assignUnlessNull(fax, text); }
     const QString &getJobTitle() const { return jobTitle; }
-    void setJobTitle(const QString &value);
+    void setJobTitle(const QString &text) { assignUnlessNull(jobTitle, text); }
     const QString &getKind() const { return kind; }
-    void setKind(const QString &value);
+    void setKind(const QString &text) { assignUnlessNull(kind, text); }
     const QString &getMobile() const { return mobile; }
-    void setMobile(const QString &value);
+    void setMobile(const QString &text) { assignUnlessNull(mobile, text); }
     const QString &getName() const { return name; }
-    void setName(const QString &value);
+    void setName(const QString &text) { assignUnlessNull(name, text); }
     const QString &getPhone() const { return phone; }
-    void setPhone(const QString &value);
+    void setPhone(const QString &text) { assignUnlessNull(phone, text); }
     const QString &getPostcode() const { return postcode; }
-    void setPostcode(const QString &value);
+    void setPostcode(const QString &text) { assignUnlessNull(postcode, text); }
     const QString &getTitle() const { return title; }
-    void setTitle(const QString &value);
+    void setTitle(const QString &text) { assignUnlessNull(title, text); }
     const QString &getType() const { return type; }
-    void setType(const QString &value);
+    void setType(const QString &text) { assignUnlessNull(type, text); }
     const QString &getWebsite() const { return website; }
-    void setWebsite(const QString &value);
+    void setWebsite(const QString &text) { assignUnlessNull(website, text); }
 
     // add1, add2, add3 and postcode joined by single spaces (empty parts too).
     QString getAddress() const;

@@ -10,36 +10,12 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-namespace {
-
-// Stores the text unless it is null, so a field keeps its previous value.
-inline void assignUnlessNull(QString &field, const QString &value)
-{
-    if (!value.isNull())
-        field = value;
-}
-
-}  // namespace
-
 Item::Item()
     : bought(u""_s), code(u""_s), condition(u""_s), description(u""_s), item(u""_s), price(u""_s),
       qty(u""_s), optimumQty(u""_s), shipping(u""_s), status(u""_s), supplier(u""_s),
       warnlevel(u""_s)
 {
 }
-
-void Item::setBought(const QString &value) { assignUnlessNull(bought, value); }
-void Item::setCode(const QString &value) { assignUnlessNull(code, value); }
-void Item::setCondition(const QString &value) { assignUnlessNull(condition, value); }
-void Item::setDescription(const QString &value) { assignUnlessNull(description, value); }
-void Item::setItem(const QString &value) { assignUnlessNull(item, value); }
-void Item::setPrice(const QString &value) { assignUnlessNull(price, value); }
-void Item::setQty(const QString &value) { assignUnlessNull(qty, value); }
-void Item::setOptimumQty(const QString &value) { assignUnlessNull(optimumQty, value); }
-void Item::setShipping(const QString &value) { assignUnlessNull(shipping, value); }
-void Item::setStatus(const QString &value) { assignUnlessNull(status, value); }
-void Item::setSupplier(const QString &value) { assignUnlessNull(supplier, value); }
-void Item::setWarnlevel(const QString &value) { assignUnlessNull(warnlevel, value); }
 
 QByteArray Item::getImage() const
 {

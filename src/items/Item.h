@@ -13,30 +13,30 @@ public:
 
     // Every string setter keeps the old value when handed a null text.
     const QString &getBought() const { return bought; }
-    void setBought(const QString &value);
+    void setBought(const QString &text) { assignUnlessNull(bought, text); }
     const QString &getCode() const { return code; }
-    void setCode(const QString &value);
+    void setCode(const QString &text) { assignUnlessNull(code, text); }
     const QString &getCondition() const { return condition; }
-    void setCondition(const QString &value);
+    void setCondition(const QString &text) { assignUnlessNull(condition, text); }
     const QString &getDescription() const { return description; }
-    void setDescription(const QString &value);
+    void setDescription(const QString &text) { assignUnlessNull(description, text); }
     const QString &getItem() const { return item; }
-    void setItem(const QString &value);
+    void setItem(const QString &text) { assignUnlessNull(item, text); }
     const QString &getPrice() const { return price; }
-    void setPrice(const QString &value);
+    void setPrice(const QString &text) { assignUnlessNull(price, text); }
     const QString &getQty() const { return qty; }
-    void setQty(const QString &value);
+    void setQty(const QString &text) { assignUnlessNull(qty, text); }
     const QString &getOptimumQty() const { return optimumQty; }
-    void setOptimumQty(const QString &value);
+    void setOptimumQty(const QString &text) { assignUnlessNull(optimumQty, text); }
     const QString &getShipping() const { return shipping; }
-    void setShipping(const QString &value);
+    void setShipping(const QString &text) { assignUnlessNull(shipping, text); }
     const QString &getStatus() const { return status; }
-    void setStatus(const QString &value);
+    void setStatus(const QString &text) { assignUnlessNull(status, text); }
     // The supplying contact's id as text; "" or "0" for none.
     const QString &getSupplier() const { return supplier; }
-    void setSupplier(const QString &value);
+    void setSupplier(const QString &text) { assignUnlessNull(supplier, text); }
     const QString &getWarnlevel() const { return warnlevel; }
-    void setWarnlevel(const QString &value);
+    void setWarnlevel(const QString &text) { assignUnlessNull(warnlevel, text); }
     bool getDecreaseQty() const { return decreaseQty; }
     void setDecreaseQty(bool flag) { decreaseQty = flag; }
 

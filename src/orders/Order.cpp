@@ -7,18 +7,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-// Stores the text unless it is null, so a field keeps its previous value.
-inline void assignUnlessNull(QString &field, const QString &text)
-{
-    if (!text.isNull())
-        field = text;
-}
-
-inline QString yesNo(bool flag)
-{
-    return flag ? u"Yes"_s : u"No"_s;
-}
-
 // The linked contact's field for a name of the form "contact:<field>", or a
 // null text when the name is not one of them.
 QString contactField(const Contact &contact, QStringView field)
@@ -73,25 +61,6 @@ Order::Order()
       title(u""_s), type(u"Order"_s), value(u""_s), valueWithTax(u""_s)
 {
 }
-
-void Order::setBalance(const QString &text) { assignUnlessNull(balance, text); }
-void Order::setBalancePaid(const QString &text) { assignUnlessNull(balancePaid, text); }
-void Order::setDate(const QString &text) { assignUnlessNull(date, text); }
-void Order::setDeposit(const QString &text) { assignUnlessNull(deposit, text); }
-void Order::setDepositPaid(const QString &text) { assignUnlessNull(depositPaid, text); }
-void Order::setDescription(const QString &text) { assignUnlessNull(description, text); }
-void Order::setLastRepeatDate(const QString &text) { assignUnlessNull(lastRepeatDate, text); }
-void Order::setOrderNum(const QString &text) { assignUnlessNull(orderNum, text); }
-void Order::setPaymentMethod(const QString &text) { assignUnlessNull(paymentMethod, text); }
-void Order::setRepeatFrequency(const QString &text) { assignUnlessNull(repeatFrequency, text); }
-void Order::setShipping(const QString &text) { assignUnlessNull(shipping, text); }
-void Order::setStatus(const QString &text) { assignUnlessNull(status, text); }
-void Order::setTax(const QString &text) { assignUnlessNull(tax, text); }
-void Order::setTaxRate(const QString &text) { assignUnlessNull(taxRate, text); }
-void Order::setTitle(const QString &text) { assignUnlessNull(title, text); }
-void Order::setType(const QString &text) { assignUnlessNull(type, text); }
-void Order::setValue(const QString &newValue) { assignUnlessNull(value, newValue); }
-void Order::setValueWithTax(const QString &text) { assignUnlessNull(valueWithTax, text); }
 
 void Order::setContact(Contact *newContact)
 {

@@ -15,51 +15,51 @@ public:
 
     // Every string setter keeps the old value when handed a null text.
     const QString &getBalance() const { return balance; }
-    void setBalance(const QString &value);
+    void setBalance(const QString &text) { assignUnlessNull(balance, text); }
     const QString &getBalancePaid() const { return balancePaid; }
-    void setBalancePaid(const QString &value);
+    void setBalancePaid(const QString &text) { assignUnlessNull(balancePaid, text); }
     // The customer, not owned. A null contact is ignored: once linked, the
     // link can be changed but never cleared through the order.
     Contact *getContact() const { return contact; }
     void setContact(Contact *newContact);
     const QString &getDate() const { return date; }
-    void setDate(const QString &value);
+    void setDate(const QString &text) { assignUnlessNull(date, text); }
     const QString &getDeposit() const { return deposit; }
-    void setDeposit(const QString &value);
+    void setDeposit(const QString &text) { assignUnlessNull(deposit, text); }
     const QString &getDepositPaid() const { return depositPaid; }
-    void setDepositPaid(const QString &value);
+    void setDepositPaid(const QString &text) { assignUnlessNull(depositPaid, text); }
     const QString &getDescription() const { return description; }
-    void setDescription(const QString &value);
+    void setDescription(const QString &text) { assignUnlessNull(description, text); }
     bool getIncludeBOM() const { return includeBOM; }
     void setIncludeBOM(bool flag) { includeBOM = flag; }
     const QString &getLastRepeatDate() const { return lastRepeatDate; }
-    void setLastRepeatDate(const QString &value);
+    void setLastRepeatDate(const QString &text) { assignUnlessNull(lastRepeatDate, text); }
     const QString &getOrderNum() const { return orderNum; }
-    void setOrderNum(const QString &value);
+    void setOrderNum(const QString &text) { assignUnlessNull(orderNum, text); }
     const QString &getPaymentMethod() const { return paymentMethod; }
-    void setPaymentMethod(const QString &value);
+    void setPaymentMethod(const QString &text) { assignUnlessNull(paymentMethod, text); }
     const QString &getRepeatFrequency() const { return repeatFrequency; }
-    void setRepeatFrequency(const QString &value);
+    void setRepeatFrequency(const QString &text) { assignUnlessNull(repeatFrequency, text); }
     bool getRepeats() const { return repeats; }
     void setRepeats(bool flag) { repeats = flag; }
     bool getSent() const { return sent; }
     void setSent(bool flag) { sent = flag; }
     const QString &getShipping() const { return shipping; }
-    void setShipping(const QString &value);
+    void setShipping(const QString &text) { assignUnlessNull(shipping, text); }
     const QString &getStatus() const { return status; }
-    void setStatus(const QString &value);
+    void setStatus(const QString &text) { assignUnlessNull(status, text); }
     const QString &getTax() const { return tax; }
-    void setTax(const QString &value);
+    void setTax(const QString &text) { assignUnlessNull(tax, text); }
     const QString &getTaxRate() const { return taxRate; }
-    void setTaxRate(const QString &value);
+    void setTaxRate(const QString &text) { assignUnlessNull(taxRate, text); }
     const QString &getTitle() const { return title; }
-    void setTitle(const QString &value);
+    void setTitle(const QString &text) { assignUnlessNull(title, text); }
     const QString &getType() const { return type; }
-    void setType(const QString &value);
+    void setType(const QString &text) { assignUnlessNull(type, text); }
     const QString &getValue() const { return value; }
-    void setValue(const QString &newValue);
+    void setValue(const QString &text) { assignUnlessNull(value, text); }
     const QString &getValueWithTax() const { return valueWithTax; }
-    void setValueWithTax(const QString &value);
+    void setValueWithTax(const QString &text) { assignUnlessNull(valueWithTax, text); }
 
     // Whether the order list sorts this column as dates: only "date".
     static bool isDate(const QString &columnName);

@@ -35,3 +35,8 @@ bool dataObject::contains(const QString &) const
 {
     return true;
 }
+
+QString dataObject::yesNo(bool flag)
+{
+    return flag ? QStringLiteral("Yes") : QStringLiteral("No");
+}

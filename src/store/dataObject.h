@@ -30,6 +30,12 @@ public:
     // Whether the record matches a search text; the base matches everything.
     virtual bool contains(const QString &text) const;
 
+protected:
+    // Stores the text unless it is null, so a field keeps its previous value.
+    static void assignUnlessNull(QString &field, const QString &text) { if (!text.isNull()) field = text; }
+    // "Yes" or "No": how a flag is answered by name.
+    static QString yesNo(bool flag);
+
 private:
     friend class kdDataSource;
 

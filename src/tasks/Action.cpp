@@ -4,34 +4,12 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-namespace {
-
-// Stores the text unless it is null, so a field keeps its previous value.
-inline void assignUnlessNull(QString &field, const QString &value)
-{
-    if (!value.isNull())
-        field = value;
-}
-
-}  // namespace
-
 Action::Action()
     : details(u""_s), endDate(u""_s), endTime(u""_s), rate(u""_s), startDate(u""_s),
       startTime(u""_s), totalCharge(u""_s), totalTime(u""_s), totalTimeUnits(u"Hours"_s),
       title(u""_s)
 {
 }
-
-void Action::setDetails(const QString &value) { assignUnlessNull(details, value); }
-void Action::setEndDate(const QString &value) { assignUnlessNull(endDate, value); }
-void Action::setEndTime(const QString &value) { assignUnlessNull(endTime, value); }
-void Action::setRate(const QString &value) { assignUnlessNull(rate, value); }
-void Action::setStartDate(const QString &value) { assignUnlessNull(startDate, value); }
-void Action::setStartTime(const QString &value) { assignUnlessNull(startTime, value); }
-void Action::setTotalCharge(const QString &value) { assignUnlessNull(totalCharge, value); }
-void Action::setTotalTime(const QString &value) { assignUnlessNull(totalTime, value); }
-void Action::setTotalTimeUnits(const QString &value) { assignUnlessNull(totalTimeUnits, value); }
-void Action::setTitle(const QString &value) { assignUnlessNull(title, value); }
 
 QString Action::getFieldByName(const QString &fieldName) const
 {
@@ -54,7 +32,7 @@ QString Action::getFieldByName(const QString &fieldName) const
     if (fieldName == "title"_L1)
         return title;
     if (fieldName == "complete"_L1)
-        return complete ? u"Yes"_s : u"No"_s;
+        return yesNo(complete);
     // "order" is a known name that has never shown the order number.
     return u""_s;
 }

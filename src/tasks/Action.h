@@ -19,26 +19,26 @@ public:
 
     // Every string setter keeps the old value when handed a null text.
     const QString &getDetails() const { return details; }
-    void setDetails(const QString &value);
+    void setDetails(const QString &text) { assignUnlessNull(details, text); }
     const QString &getEndDate() const { return endDate; }
-    void setEndDate(const QString &value);
+    void setEndDate(const QString &text) { assignUnlessNull(endDate, text); }
     const QString &getEndTime() const { return endTime; }
-    void setEndTime(const QString &value);
+    void setEndTime(const QString &text) { assignUnlessNull(endTime, text); }
     const QString &getRate() const { return rate; }
-    void setRate(const QString &value);
+    void setRate(const QString &text) { assignUnlessNull(rate, text); }
     const QString &getStartDate() const { return startDate; }
-    void setStartDate(const QString &value);
+    void setStartDate(const QString &text) { assignUnlessNull(startDate, text); }
     const QString &getStartTime() const { return startTime; }
-    void setStartTime(const QString &value);
+    void setStartTime(const QString &text) { assignUnlessNull(startTime, text); }
     const QString &getTotalCharge() const { return totalCharge; }
-    void setTotalCharge(const QString &value);
+    void setTotalCharge(const QString &text) { assignUnlessNull(totalCharge, text); }
     const QString &getTotalTime() const { return totalTime; }
-    void setTotalTime(const QString &value);
+    void setTotalTime(const QString &text) { assignUnlessNull(totalTime, text); }
     // "Hours" or "Days".
     const QString &getTotalTimeUnits() const { return totalTimeUnits; }
-    void setTotalTimeUnits(const QString &value);
+    void setTotalTimeUnits(const QString &text) { assignUnlessNull(totalTimeUnits, text); }
     const QString &getTitle() const { return title; }
-    void setTitle(const QString &value);
+    void setTitle(const QString &text) { assignUnlessNull(title, text); }
     // The order the task belongs to (set only by the legacy import).
     int getOrder() const { return order; }
     void setOrder(int orderId) { order = orderId; }

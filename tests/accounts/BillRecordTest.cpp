@@ -1,19 +1,13 @@
 #include "TestMain.h"
 
 #include "accounts/Bill.h"
+#include "RecordFieldTable.h"
 
-#include <QMap>
 #include <QTest>
 
 namespace {
 
-struct TextField {
-    const char *key;
-    const QString &(Bill::*get)() const;
-    void (Bill::*set)(const QString &);
-};
-
-const TextField textFields[] = {
+const testlib::RecordFieldTable<Bill> billFields{{
     {"number", &Bill::getNumber, &Bill::setNumber},
     {"name", &Bill::getName, &Bill::setName},
     {"datePaid", &Bill::getDatePaid, &Bill::setDatePaid},
@@ -21,30 +15,11 @@ const TextField textFields[] = {
     {"details", &Bill::getDetails, &Bill::setDetails},
     {"category", &Bill::getCategory, &Bill::setCategory},
     {"order", &Bill::getOrder, &Bill::setOrder},
-};
-
-const TextField &textField(const QString &key)
-{
-    for (const TextField &field : textFields) {
-        if (key == QLatin1String(field.key))
-            return field;
-    }
-    qFatal("no text field %s", qPrintable(key));
-}
-
-QMap<QString, QString> snapshot(const Bill &bill)
-{
-    QMap<QString, QString> all;
-    for (const TextField &field : textFields)
-        all.insert(QLatin1String(field.key), (bill.*field.get)());
-    all.insert(QStringLiteral("id"), QString::number(bill.getID()));
-    return all;
-}
+}};
 
 void fillBill(Bill &bill)
 {
-    for (const TextField &field : textFields)
-        (bill.*field.set)(QLatin1String(field.key) + QStringLiteral("word"));
+    billFields.fill(bill, QStringLiteral("word"));
     bill.setID(12);
 }
 
@@ -55,19 +30,14 @@ class BillRecordTest : public QObject
     Q_OBJECT
 
 private slots:
-    void shouldStartEmptyAndVisible_data()
-    {
-        QTest::addColumn<QString>("key");
-        for (const TextField &field : textFields)
-            QTest::newRow(field.key) << QString::fromLatin1(field.key);
-    }
+    void shouldStartEmptyAndVisible_data() { billFields.addKeyRows(); }
     void shouldStartEmptyAndVisible()
     {
         QFETCH(QString, key);
         const Bill bill;
         QVERIFY(bill.getVisible());
         QCOMPARE(bill.getID(), 0);
-        const QString value = (bill.*textField(key).get)();
+        const QString value = (bill.*billFields.textField(key).get)();
         QVERIFY(value.isEmpty());
         // Only the in-memory order reference starts absent.
         QCOMPARE(value.isNull(), key == QLatin1String("order"));
@@ -95,9 +65,7 @@ private slots:
         QFETCH(QString, expected);
         Bill bill;
         fillBill(bill);
-        const QString answer = bill.getFieldByName(name);
-        QCOMPARE(answer, expected);
-        QVERIFY(!answer.isNull());
+        testlib::expectAnswer(bill, name, expected);
     }
 
     void shouldSetExactlyTheNamedField_data()
@@ -122,29 +90,15 @@ private slots:
         QFETCH(QString, field);
         Bill bill;
         fillBill(bill);
-        QMap<QString, QString> wanted = snapshot(bill);
-        if (!field.isEmpty())
-            wanted[field] = QStringLiteral("44");
-        bill.setFieldByName(name, QStringLiteral("44"));
-        QCOMPARE(snapshot(bill), wanted);
+        const QString value = QStringLiteral("44");
+        billFields.expectSetByNameChangesOnly(bill, name, value, field, value);
     }
 
-    void shouldKeepTheOldTextWhenGivenNothing_data()
-    {
-        QTest::addColumn<QString>("key");
-        for (const TextField &field : textFields)
-            QTest::newRow(field.key) << QString::fromLatin1(field.key);
-    }
+    void shouldKeepTheOldTextWhenGivenNothing_data() { billFields.addKeyRows(); }
     void shouldKeepTheOldTextWhenGivenNothing()
     {
         QFETCH(QString, key);
-        const TextField &field = textField(key);
-        Bill bill;
-        (bill.*field.set)(QStringLiteral("kept"));
-        (bill.*field.set)(QString());
-        QCOMPARE((bill.*field.get)(), QStringLiteral("kept"));
-        (bill.*field.set)(QStringLiteral(""));
-        QCOMPARE((bill.*field.get)(), QStringLiteral(""));
+        billFields.expectKeepsTheOldTextWhenGivenNothing(key);
     }
 
     void shouldSortOnlyDatepaidAsDates_data()

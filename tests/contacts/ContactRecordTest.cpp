@@ -1,63 +1,41 @@
 #include "TestMain.h"
 
 #include "contacts/Contact.h"
+#include "RecordFieldTable.h"
 
 #include <QMap>
 #include <QTest>
 
 namespace {
 
-struct TextField {
-    const char *key;
-    const QString &(Contact::*get)() const;
-    void (Contact::*set)(const QString &);
+const testlib::RecordFieldTable<Contact> contactFields{
+    {
+        {"add1", &Contact::getAdd1, &Contact::setAdd1},
+        {"add2", &Contact::getAdd2, &Contact::setAdd2},
+        {"add3", &Contact::getAdd3, &Contact::setAdd3},
+        {"comments", &Contact::getComments, &Contact::setComments},
+        {"companyName", &Contact::getCompanyName, &Contact::setCompanyName},
+        {"email", &Contact::getEmail, &Contact::setEmail},
+        {"extension", &Contact::getExtension, &Contact::setExtension},
+        {"fax", &Contact::getFax, &Contact::setFax},
+        {"jobTitle", &Contact::getJobTitle, &Contact::setJobTitle},
+        {"kind", &Contact::getKind, &Contact::setKind},
+        {"mobile", &Contact::getMobile, &Contact::setMobile},
+        {"name", &Contact::getName, &Contact::setName},
+        {"phone", &Contact::getPhone, &Contact::setPhone},
+        {"postcode", &Contact::getPostcode, &Contact::setPostcode},
+        {"title", &Contact::getTitle, &Contact::setTitle},
+        {"type", &Contact::getType, &Contact::setType},
+        {"website", &Contact::getWebsite, &Contact::setWebsite},
+    },
+    {testlib::numberField("company", &Contact::getCompany)},
 };
-
-const TextField textFields[] = {
-    {"add1", &Contact::getAdd1, &Contact::setAdd1},
-    {"add2", &Contact::getAdd2, &Contact::setAdd2},
-    {"add3", &Contact::getAdd3, &Contact::setAdd3},
-    {"comments", &Contact::getComments, &Contact::setComments},
-    {"companyName", &Contact::getCompanyName, &Contact::setCompanyName},
-    {"email", &Contact::getEmail, &Contact::setEmail},
-    {"extension", &Contact::getExtension, &Contact::setExtension},
-    {"fax", &Contact::getFax, &Contact::setFax},
-    {"jobTitle", &Contact::getJobTitle, &Contact::setJobTitle},
-    {"kind", &Contact::getKind, &Contact::setKind},
-    {"mobile", &Contact::getMobile, &Contact::setMobile},
-    {"name", &Contact::getName, &Contact::setName},
-    {"phone", &Contact::getPhone, &Contact::setPhone},
-    {"postcode", &Contact::getPostcode, &Contact::setPostcode},
-    {"title", &Contact::getTitle, &Contact::setTitle},
-    {"type", &Contact::getType, &Contact::setType},
-    {"website", &Contact::getWebsite, &Contact::setWebsite},
-};
-
-const TextField &textField(const QString &key)
-{
-    for (const TextField &field : textFields) {
-        if (key == QLatin1String(field.key))
-            return field;
-    }
-    qFatal("no text field %s", qPrintable(key));
-}
-
-QMap<QString, QString> snapshot(const Contact &contact)
-{
-    QMap<QString, QString> all;
-    for (const TextField &field : textFields)
-        all.insert(QLatin1String(field.key), (contact.*field.get)());
-    all.insert(QStringLiteral("company"), QString::number(contact.getCompany()));
-    all.insert(QStringLiteral("id"), QString::number(contact.getID()));
-    return all;
-}
 
 // Every text field holds a word of its own ("<field>word"), so that a
 // search or a lookup that reaches the wrong field shows.
 void fillContact(Contact &contact)
 {
-    for (const TextField &field : textFields)
-        (contact.*field.set)(QLatin1String(field.key) + QStringLiteral("word"));
+    contactFields.fill(contact, QStringLiteral("word"));
     contact.setCompany(3);
     contact.setID(9);
 }
@@ -87,10 +65,7 @@ private slots:
     {
         QFETCH(QString, name);
         QFETCH(QString, expected);
-        const Contact contact;
-        const QString answer = contact.getFieldByName(name);
-        QCOMPARE(answer, expected);
-        QVERIFY(!answer.isNull());
+        testlib::expectAnswer(Contact(), name, expected);
     }
 
     void shouldStartVisibleWithoutIdOrCompany()
@@ -137,15 +112,12 @@ private slots:
         QFETCH(QString, expected);
         Contact contact;
         fillContact(contact);
-        QCOMPARE(contact.getFieldByName(name), expected);
+        testlib::expectAnswer(contact, name, expected);
     }
 
     void shouldSetExactlyTheNamedField_data()
     {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QString>("value");
-        QTest::addColumn<QString>("field");     // the field that changes; "" for none
-        QTest::addColumn<QString>("expected");
+        testlib::addSetByNameColumns();
         const char *plainNames[] = {"add1", "add2", "add3", "comments", "email", "extension",
                                     "fax", "jobTitle", "kind", "mobile", "name", "phone",
                                     "postcode", "title", "type", "website"};
@@ -169,31 +141,14 @@ private slots:
         QFETCH(QString, expected);
         Contact contact;
         fillContact(contact);
-        QMap<QString, QString> wanted = snapshot(contact);
-        if (!field.isEmpty())
-            wanted[field] = expected;
-        contact.setFieldByName(name, value);
-        QCOMPARE(snapshot(contact), wanted);
+        contactFields.expectSetByNameChangesOnly(contact, name, value, field, expected);
     }
 
-    void shouldKeepTheOldTextWhenGivenNothing_data()
-    {
-        QTest::addColumn<QString>("key");
-        for (const TextField &field : textFields)
-            QTest::newRow(field.key) << QString::fromLatin1(field.key);
-    }
+    void shouldKeepTheOldTextWhenGivenNothing_data() { contactFields.addKeyRows(); }
     void shouldKeepTheOldTextWhenGivenNothing()
     {
         QFETCH(QString, key);
-        const TextField &field = textField(key);
-        Contact contact;
-        (contact.*field.set)(QStringLiteral("kept"));
-        (contact.*field.set)(QString());
-        QCOMPARE((contact.*field.get)(), QStringLiteral("kept"));
-        contact.setFieldByName(key, QString());
-        QCOMPARE((contact.*field.get)(), QStringLiteral("kept"));
-        (contact.*field.set)(QStringLiteral(""));
-        QCOMPARE((contact.*field.get)(), QStringLiteral(""));
+        contactFields.expectKeepsTheOldTextWhenGivenNothing(key);
     }
 
     void shouldJoinTheAddress_data()
@@ -264,10 +219,10 @@ private slots:
         fillContact(contact);
         contact.setKind(QStringLiteral("Company Contact"));
         contact.setName(QStringLiteral("Acme Widgets"));
-        QMap<QString, QString> wanted = snapshot(contact);
+        QMap<QString, QString> wanted = contactFields.snapshot(contact);
         wanted[QStringLiteral("kind")] = QStringLiteral("Company");
         contact.makeCompany();
-        QCOMPARE(snapshot(contact), wanted);
+        QCOMPARE(contactFields.snapshot(contact), wanted);
         QCOMPARE(contact.getSurname(), QStringLiteral("Acme Widgets"));
     }
 

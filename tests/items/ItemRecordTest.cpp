@@ -2,62 +2,39 @@
 
 #include "items/Item.h"
 #include "platform/Paths.h"
+#include "RecordFieldTable.h"
 #include "TestEnvironment.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QMap>
 #include <QTemporaryDir>
 #include <QTest>
 #include <memory>
 
 namespace {
 
-struct TextField {
-    const char *key;
-    const QString &(Item::*get)() const;
-    void (Item::*set)(const QString &);
+const testlib::RecordFieldTable<Item> itemFields{
+    {
+        {"bought", &Item::getBought, &Item::setBought},
+        {"code", &Item::getCode, &Item::setCode},
+        {"condition", &Item::getCondition, &Item::setCondition},
+        {"description", &Item::getDescription, &Item::setDescription},
+        {"item", &Item::getItem, &Item::setItem},
+        {"price", &Item::getPrice, &Item::setPrice},
+        {"qty", &Item::getQty, &Item::setQty},
+        {"optimumQty", &Item::getOptimumQty, &Item::setOptimumQty},
+        {"shipping", &Item::getShipping, &Item::setShipping},
+        {"status", &Item::getStatus, &Item::setStatus},
+        {"supplier", &Item::getSupplier, &Item::setSupplier},
+        {"warnlevel", &Item::getWarnlevel, &Item::setWarnlevel},
+    },
+    {testlib::flagField("decreaseQty", &Item::getDecreaseQty)},
 };
-
-const TextField textFields[] = {
-    {"bought", &Item::getBought, &Item::setBought},
-    {"code", &Item::getCode, &Item::setCode},
-    {"condition", &Item::getCondition, &Item::setCondition},
-    {"description", &Item::getDescription, &Item::setDescription},
-    {"item", &Item::getItem, &Item::setItem},
-    {"price", &Item::getPrice, &Item::setPrice},
-    {"qty", &Item::getQty, &Item::setQty},
-    {"optimumQty", &Item::getOptimumQty, &Item::setOptimumQty},
-    {"shipping", &Item::getShipping, &Item::setShipping},
-    {"status", &Item::getStatus, &Item::setStatus},
-    {"supplier", &Item::getSupplier, &Item::setSupplier},
-    {"warnlevel", &Item::getWarnlevel, &Item::setWarnlevel},
-};
-
-const TextField &textField(const QString &key)
-{
-    for (const TextField &field : textFields) {
-        if (key == QLatin1String(field.key))
-            return field;
-    }
-    qFatal("no text field %s", qPrintable(key));
-}
-
-QMap<QString, QString> snapshot(const Item &item)
-{
-    QMap<QString, QString> all;
-    for (const TextField &field : textFields)
-        all.insert(QLatin1String(field.key), (item.*field.get)());
-    all.insert(QStringLiteral("decreaseQty"), item.getDecreaseQty() ? QStringLiteral("true") : QStringLiteral("false"));
-    all.insert(QStringLiteral("id"), QString::number(item.getID()));
-    return all;
-}
 
 void fillItem(Item &item)
 {
-    for (const TextField &field : textFields)
-        (item.*field.set)(QLatin1String(field.key) + QStringLiteral("word"));
+    itemFields.fill(item, QStringLiteral("word"));
     item.setID(17);
 }
 
@@ -110,10 +87,7 @@ private slots:
     {
         QFETCH(QString, name);
         QFETCH(QString, expected);
-        const Item item;
-        const QString answer = item.getFieldByName(name);
-        QCOMPARE(answer, expected);
-        QVERIFY(!answer.isNull());
+        testlib::expectAnswer(Item(), name, expected);
     }
 
     void shouldAnswerFieldsByName_data()
@@ -152,15 +126,12 @@ private slots:
         item.setQty(QStringLiteral("3"));
         item.setOptimumQty(QStringLiteral("10"));
         item.setDecreaseQty(true);
-        QCOMPARE(item.getFieldByName(name), expected);
+        testlib::expectAnswer(item, name, expected);
     }
 
     void shouldSetExactlyTheNamedField_data()
     {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QString>("value");
-        QTest::addColumn<QString>("field");     // the field that changes; "" for none
-        QTest::addColumn<QString>("expected");
+        testlib::addSetByNameColumns();
         QTest::newRow("bought") << "bought" << "1.99" << "bought" << "1.99";
         QTest::newRow("code") << "code" << "X-1" << "code" << "X-1";
         QTest::newRow("condition") << "condition" << "Used" << "condition" << "Used";
@@ -190,11 +161,7 @@ private slots:
         QFETCH(QString, expected);
         Item item;
         fillItem(item);
-        QMap<QString, QString> wanted = snapshot(item);
-        if (!field.isEmpty())
-            wanted[field] = expected;
-        item.setFieldByName(name, value);
-        QCOMPARE(snapshot(item), wanted);
+        itemFields.expectSetByNameChangesOnly(item, name, value, field, expected);
     }
 
     void shouldTakeOnlyUpperCaseYesForDecreaseQty_data()
@@ -219,22 +186,11 @@ private slots:
         QCOMPARE(item.getDecreaseQty(), after);
     }
 
-    void shouldKeepTheOldTextWhenGivenNothing_data()
-    {
-        QTest::addColumn<QString>("key");
-        for (const TextField &field : textFields)
-            QTest::newRow(field.key) << QString::fromLatin1(field.key);
-    }
+    void shouldKeepTheOldTextWhenGivenNothing_data() { itemFields.addKeyRows(); }
     void shouldKeepTheOldTextWhenGivenNothing()
     {
         QFETCH(QString, key);
-        const TextField &field = textField(key);
-        Item item;
-        (item.*field.set)(QStringLiteral("kept"));
-        (item.*field.set)(QString());
-        QCOMPARE((item.*field.get)(), QStringLiteral("kept"));
-        (item.*field.set)(QStringLiteral(""));
-        QCOMPARE((item.*field.get)(), QStringLiteral(""));
+        itemFields.expectKeepsTheOldTextWhenGivenNothing(key);
     }
 
     void shouldAdjustTheQuantity_data()

@@ -2,67 +2,45 @@
 
 #include "contacts/Contact.h"
 #include "orders/Order.h"
+#include "RecordFieldTable.h"
 
-#include <QMap>
 #include <QTest>
 
 namespace {
 
-struct TextField {
-    const char *key;
-    const QString &(Order::*get)() const;
-    void (Order::*set)(const QString &);
+// Every field of an order with its accessors.
+const testlib::RecordFieldTable<Order> orderFields{
+    {
+        {"balance", &Order::getBalance, &Order::setBalance},
+        {"balancePaid", &Order::getBalancePaid, &Order::setBalancePaid},
+        {"date", &Order::getDate, &Order::setDate},
+        {"deposit", &Order::getDeposit, &Order::setDeposit},
+        {"depositPaid", &Order::getDepositPaid, &Order::setDepositPaid},
+        {"description", &Order::getDescription, &Order::setDescription},
+        {"lastRepeatDate", &Order::getLastRepeatDate, &Order::setLastRepeatDate},
+        {"orderNum", &Order::getOrderNum, &Order::setOrderNum},
+        {"paymentMethod", &Order::getPaymentMethod, &Order::setPaymentMethod},
+        {"repeatFrequency", &Order::getRepeatFrequency, &Order::setRepeatFrequency},
+        {"shipping", &Order::getShipping, &Order::setShipping},
+        {"status", &Order::getStatus, &Order::setStatus},
+        {"tax", &Order::getTax, &Order::setTax},
+        {"taxRate", &Order::getTaxRate, &Order::setTaxRate},
+        {"title", &Order::getTitle, &Order::setTitle},
+        {"type", &Order::getType, &Order::setType},
+        {"value", &Order::getValue, &Order::setValue},
+        {"valueWithTax", &Order::getValueWithTax, &Order::setValueWithTax},
+    },
+    {
+        testlib::flagField("includeBOM", &Order::getIncludeBOM),
+        testlib::flagField("repeats", &Order::getRepeats),
+        testlib::flagField("sent", &Order::getSent),
+    },
 };
-
-// Every text field of an order with its accessors.
-const TextField textFields[] = {
-    {"balance", &Order::getBalance, &Order::setBalance},
-    {"balancePaid", &Order::getBalancePaid, &Order::setBalancePaid},
-    {"date", &Order::getDate, &Order::setDate},
-    {"deposit", &Order::getDeposit, &Order::setDeposit},
-    {"depositPaid", &Order::getDepositPaid, &Order::setDepositPaid},
-    {"description", &Order::getDescription, &Order::setDescription},
-    {"lastRepeatDate", &Order::getLastRepeatDate, &Order::setLastRepeatDate},
-    {"orderNum", &Order::getOrderNum, &Order::setOrderNum},
-    {"paymentMethod", &Order::getPaymentMethod, &Order::setPaymentMethod},
-    {"repeatFrequency", &Order::getRepeatFrequency, &Order::setRepeatFrequency},
-    {"shipping", &Order::getShipping, &Order::setShipping},
-    {"status", &Order::getStatus, &Order::setStatus},
-    {"tax", &Order::getTax, &Order::setTax},
-    {"taxRate", &Order::getTaxRate, &Order::setTaxRate},
-    {"title", &Order::getTitle, &Order::setTitle},
-    {"type", &Order::getType, &Order::setType},
-    {"value", &Order::getValue, &Order::setValue},
-    {"valueWithTax", &Order::getValueWithTax, &Order::setValueWithTax},
-};
-
-const TextField &textField(const QString &key)
-{
-    for (const TextField &field : textFields) {
-        if (key == QLatin1String(field.key))
-            return field;
-    }
-    qFatal("no text field %s", qPrintable(key));
-}
-
-// Everything an order holds, by field, read through the getters.
-QMap<QString, QString> snapshot(const Order &order)
-{
-    QMap<QString, QString> all;
-    for (const TextField &field : textFields)
-        all.insert(QLatin1String(field.key), (order.*field.get)());
-    all.insert(QStringLiteral("id"), QString::number(order.getID()));
-    all.insert(QStringLiteral("includeBOM"), order.getIncludeBOM() ? QStringLiteral("true") : QStringLiteral("false"));
-    all.insert(QStringLiteral("repeats"), order.getRepeats() ? QStringLiteral("true") : QStringLiteral("false"));
-    all.insert(QStringLiteral("sent"), order.getSent() ? QStringLiteral("true") : QStringLiteral("false"));
-    return all;
-}
 
 // An order whose every text field holds a text of its own ("<field>-text").
 void fillOrder(Order &order)
 {
-    for (const TextField &field : textFields)
-        (order.*field.set)(QLatin1String(field.key) + QStringLiteral("-text"));
+    orderFields.fill(order, QStringLiteral("-text"));
 }
 
 void fillContact(Contact &contact)
@@ -127,10 +105,7 @@ private slots:
     {
         QFETCH(QString, name);
         QFETCH(QString, expected);
-        const Order order;
-        const QString answer = order.getFieldByName(name);
-        QCOMPARE(answer, expected);
-        QVERIFY(!answer.isNull());
+        testlib::expectAnswer(Order(), name, expected);
     }
 
     void shouldAnswerFieldsByName_data()
@@ -178,7 +153,7 @@ private slots:
         order.setIncludeBOM(true);
         order.setSent(true);
         order.setRepeats(true);
-        QCOMPARE(order.getFieldByName(name), expected);
+        testlib::expectAnswer(order, name, expected);
     }
 
     void shouldAnswerTheLinkedContactsFields_data()
@@ -229,10 +204,7 @@ private slots:
 
     void shouldSetExactlyTheNamedField_data()
     {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QString>("value");
-        QTest::addColumn<QString>("field");     // the field that changes; "" for none
-        QTest::addColumn<QString>("expected");  // its value afterwards
+        testlib::addSetByNameColumns();
         QTest::newRow("balance") << "balance" << "5.00" << "balance" << "5.00";
         QTest::newRow("balancePaid") << "balancePaid" << "1/2/08" << "balancePaid" << "1/2/08";
         QTest::newRow("balancepaid ignored") << "balancepaid" << "1/2/08" << "" << "";
@@ -272,11 +244,7 @@ private slots:
         Order order;
         fillOrder(order);
         order.setID(3);
-        QMap<QString, QString> wanted = snapshot(order);
-        if (!field.isEmpty())
-            wanted[field] = expected;
-        order.setFieldByName(name, value);
-        QCOMPARE(snapshot(order), wanted);
+        orderFields.expectSetByNameChangesOnly(order, name, value, field, expected);
     }
 
     void shouldReadFlagsByName_data()
@@ -323,22 +291,11 @@ private slots:
         QCOMPARE(order.getSent(), false);
     }
 
-    void shouldKeepTheOldTextWhenGivenNothing_data()
-    {
-        QTest::addColumn<QString>("key");
-        for (const TextField &field : textFields)
-            QTest::newRow(field.key) << QString::fromLatin1(field.key);
-    }
+    void shouldKeepTheOldTextWhenGivenNothing_data() { orderFields.addKeyRows(); }
     void shouldKeepTheOldTextWhenGivenNothing()
     {
         QFETCH(QString, key);
-        const TextField &field = textField(key);
-        Order order;
-        (order.*field.set)(QStringLiteral("kept"));
-        (order.*field.set)(QString());
-        QCOMPARE((order.*field.get)(), QStringLiteral("kept"));
-        (order.*field.set)(QStringLiteral(""));
-        QCOMPARE((order.*field.get)(), QStringLiteral(""));
+        orderFields.expectKeepsTheOldTextWhenGivenNothing(key);
     }
 
     void shouldChangeButNeverClearTheContact()

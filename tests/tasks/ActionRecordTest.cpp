@@ -1,62 +1,36 @@
 #include "TestMain.h"
 
+#include "RecordFieldTable.h"
 #include "tasks/Action.h"
 
-#include <QMap>
 #include <QTest>
 
 namespace {
 
-struct TextField {
-    const char *key;
-    const QString &(Action::*get)() const;
-    void (Action::*set)(const QString &);
+const testlib::RecordFieldTable<Action> actionFields{
+    {
+        {"details", &Action::getDetails, &Action::setDetails},
+        {"endDate", &Action::getEndDate, &Action::setEndDate},
+        {"endTime", &Action::getEndTime, &Action::setEndTime},
+        {"rate", &Action::getRate, &Action::setRate},
+        {"startDate", &Action::getStartDate, &Action::setStartDate},
+        {"startTime", &Action::getStartTime, &Action::setStartTime},
+        {"totalCharge", &Action::getTotalCharge, &Action::setTotalCharge},
+        {"totalTime", &Action::getTotalTime, &Action::setTotalTime},
+        {"totalTimeUnits", &Action::getTotalTimeUnits, &Action::setTotalTimeUnits},
+        {"title", &Action::getTitle, &Action::setTitle},
+    },
+    {
+        testlib::flagField("complete", &Action::isComplete),
+        testlib::flagField("alarm", &Action::isAlarm),
+        testlib::flagField("alarmAcknowledged", &Action::isAlarmAcknowledged),
+        testlib::numberField("order", &Action::getOrder),
+    },
 };
-
-const TextField textFields[] = {
-    {"details", &Action::getDetails, &Action::setDetails},
-    {"endDate", &Action::getEndDate, &Action::setEndDate},
-    {"endTime", &Action::getEndTime, &Action::setEndTime},
-    {"rate", &Action::getRate, &Action::setRate},
-    {"startDate", &Action::getStartDate, &Action::setStartDate},
-    {"startTime", &Action::getStartTime, &Action::setStartTime},
-    {"totalCharge", &Action::getTotalCharge, &Action::setTotalCharge},
-    {"totalTime", &Action::getTotalTime, &Action::setTotalTime},
-    {"totalTimeUnits", &Action::getTotalTimeUnits, &Action::setTotalTimeUnits},
-    {"title", &Action::getTitle, &Action::setTitle},
-};
-
-const TextField &textField(const QString &key)
-{
-    for (const TextField &field : textFields) {
-        if (key == QLatin1String(field.key))
-            return field;
-    }
-    qFatal("no text field %s", qPrintable(key));
-}
-
-QString flag(bool value)
-{
-    return value ? QStringLiteral("true") : QStringLiteral("false");
-}
-
-QMap<QString, QString> snapshot(const Action &action)
-{
-    QMap<QString, QString> all;
-    for (const TextField &field : textFields)
-        all.insert(QLatin1String(field.key), (action.*field.get)());
-    all.insert(QStringLiteral("complete"), flag(action.isComplete()));
-    all.insert(QStringLiteral("alarm"), flag(action.isAlarm()));
-    all.insert(QStringLiteral("alarmAcknowledged"), flag(action.isAlarmAcknowledged()));
-    all.insert(QStringLiteral("order"), QString::number(action.getOrder()));
-    all.insert(QStringLiteral("id"), QString::number(action.getID()));
-    return all;
-}
 
 void fillAction(Action &action)
 {
-    for (const TextField &field : textFields)
-        (action.*field.set)(QLatin1String(field.key) + QStringLiteral("word"));
+    actionFields.fill(action, QStringLiteral("word"));
     action.setOrder(42);
     action.setID(7);
 }
@@ -97,10 +71,7 @@ private slots:
     {
         QFETCH(QString, name);
         QFETCH(QString, expected);
-        const Action action;
-        const QString answer = action.getFieldByName(name);
-        QCOMPARE(answer, expected);
-        QVERIFY(!answer.isNull());
+        testlib::expectAnswer(Action(), name, expected);
     }
 
     void shouldAnswerFieldsByName_data()
@@ -132,7 +103,7 @@ private slots:
         fillAction(action);
         action.setComplete(true);
         action.setAlarm(true);
-        QCOMPARE(action.getFieldByName(name), expected);
+        testlib::expectAnswer(action, name, expected);
     }
 
     void shouldSetTheNamedFieldInTheRightLetterCase_data()
@@ -166,11 +137,8 @@ private slots:
         QFETCH(QString, field);
         Action action;
         fillAction(action);
-        QMap<QString, QString> wanted = snapshot(action);
-        if (!field.isEmpty())
-            wanted[field] = QStringLiteral("new");
-        action.setFieldByName(name, QStringLiteral("new"));
-        QCOMPARE(snapshot(action), wanted);
+        const QString value = QStringLiteral("new");
+        actionFields.expectSetByNameChangesOnly(action, name, value, field, value);
     }
 
     void shouldSetTheOrderFromItsLeadingNumber_data()
@@ -221,22 +189,11 @@ private slots:
         QCOMPARE(action.isComplete(), after);
     }
 
-    void shouldKeepTheOldTextWhenGivenNothing_data()
-    {
-        QTest::addColumn<QString>("key");
-        for (const TextField &field : textFields)
-            QTest::newRow(field.key) << QString::fromLatin1(field.key);
-    }
+    void shouldKeepTheOldTextWhenGivenNothing_data() { actionFields.addKeyRows(); }
     void shouldKeepTheOldTextWhenGivenNothing()
     {
         QFETCH(QString, key);
-        const TextField &field = textField(key);
-        Action action;
-        (action.*field.set)(QStringLiteral("kept"));
-        (action.*field.set)(QString());
-        QCOMPARE((action.*field.get)(), QStringLiteral("kept"));
-        (action.*field.set)(QStringLiteral(""));
-        QCOMPARE((action.*field.get)(), QStringLiteral(""));
+        actionFields.expectKeepsTheOldTextWhenGivenNothing(key);
     }
 
     void shouldSearchTheTitleOnly_data()

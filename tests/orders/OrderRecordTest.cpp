@@ -156,6 +156,25 @@ private slots:
         testlib::expectAnswer(order, name, expected);
     }
 
+    // Each flag answers for itself: one set, the other clear.
+    void shouldAnswerEachFlagFromItsOwnField_data()
+    {
+        QTest::addColumn<bool>("includeBOM");
+        QTest::addColumn<bool>("sent");
+        QTest::newRow("bill of materials only") << true << false;
+        QTest::newRow("sent only") << false << true;
+    }
+    void shouldAnswerEachFlagFromItsOwnField()
+    {
+        QFETCH(bool, includeBOM);
+        QFETCH(bool, sent);
+        Order order;
+        order.setIncludeBOM(includeBOM);
+        order.setSent(sent);
+        QCOMPARE(order.getFieldByName(QStringLiteral("includeBOM")), includeBOM ? QStringLiteral("Yes") : QStringLiteral("No"));
+        QCOMPARE(order.getFieldByName(QStringLiteral("sent")), sent ? QStringLiteral("Yes") : QStringLiteral("No"));
+    }
+
     void shouldAnswerTheLinkedContactsFields_data()
     {
         QTest::addColumn<QString>("name");

@@ -1,0 +1,245 @@
+#include "TestMain.h"
+#include "TestEnvironment.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QStringDecoder>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace {
+
+struct Result {
+    int code = -1;
+    QByteArray out;
+    QByteArray err;
+};
+
+// Runs the real quorvel-cli with a home folder and data folder of the test's own.
+Result runCli(const QStringList &arguments, const QString &home)
+{
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("HOME"), home);
+    environment.insert(QStringLiteral("XDG_DATA_HOME"), home + QStringLiteral("/.local/share"));
+    environment.insert(QStringLiteral("XDG_CONFIG_HOME"), home + QStringLiteral("/.config"));
+    process.setProcessEnvironment(environment);
+    process.start(QStringLiteral(QUORVEL_CLI_PATH), arguments);
+    if (!process.waitForFinished(60000))
+        return {};
+    return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
+}
+
+void writeFile(const QString &path, const QByteArray &bytes)
+{
+    QDir().mkpath(QFileInfo(path).absolutePath());
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(bytes);
+}
+
+QByteArray readFile(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QByteArray plist(const char *root, const QList<QList<std::pair<const char *, const char *>>> &records)
+{
+    QByteArray text = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\">\n<dict>\n<key>";
+    text += root;
+    text += "</key>\n<array>\n";
+    for (const auto &record : records) {
+        text += "<dict>\n";
+        for (const auto &[key, value] : record)
+            text += QByteArray("<key>") + key + "</key><string>" + value + "</string>\n";
+        text += "</dict>\n";
+    }
+    return text + "</array>\n</dict>\n</plist>\n";
+}
+
+}  // namespace
+
+class CommandLineTest : public QObject
+{
+    Q_OBJECT
+
+    QTemporaryDir home;
+    QString support;
+    QString bundle;
+
+    void makeDatabase()
+    {
+        writeFile(bundle + QStringLiteral("/contacts.xml"),
+                  plist("contacts", {{{"id", "1"}, {"company", "0"}, {"name", "Ann Lee"}, {"type", "Customer"},
+                                      {"email", "ann@example.org"}, {"add1", "1 High St &amp; Co"}},
+                                     {{"id", "4"}, {"company", "0"}, {"name", "Bo \xc3\xa9t\xc3\xa9"}}}));
+        writeFile(bundle + QStringLiteral("/orders.xml"),
+                  plist("orders", {{{"id", "7"}, {"contact", "1"}, {"title", "Repair"}, {"ordernum", "INV7"},
+                                    {"includeBOM", "NO"}, {"sent", "NO"}, {"repeats", "NO"}}}));
+        writeFile(bundle + QStringLiteral("/itemsordered.xml"),
+                  plist("materials", {{{"id", "5"}, {"order", "7"}, {"product", "0"}, {"item", "Bolt"}},
+                                      {{"id", "9"}, {"order", "7"}, {"product", "0"}, {"item", "Nut"}},
+                                      {{"id", "12"}, {"order", "7"}, {"product", "0"}, {"item", "Cog"}}}));
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        QVERIFY(home.isValid());
+        support = home.path() + QStringLiteral("/support");
+        bundle = support + QStringLiteral("/Quorvel/quorveldatabase.qvldb");
+        QDir(support).removeRecursively();
+    }
+
+    void shouldAnswerUsageErrorsWithTwo_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::newRow("no command") << QStringList{};
+        QTest::newRow("unknown command") << QStringList{"frobnicate"};
+        QTest::newRow("export without kind") << QStringList{"export"};
+        QTest::newRow("export of an unknown kind") << QStringList{"export", "widgets"};
+        QTest::newRow("unknown format") << QStringList{"export", "orders", "--format", "pdf"};
+        QTest::newRow("unknown option") << QStringList{"export", "orders", "--colour", "red"};
+        QTest::newRow("option without value") << QStringList{"export", "orders", "--output"};
+        QTest::newRow("empty column") << QStringList{"export", "orders", "--columns", "title,,date"};
+        QTest::newRow("data-dir without folder") << QStringList{"--data-dir"};
+        QTest::newRow("stats with an argument") << QStringList{"stats", "orders"};
+    }
+    void shouldAnswerUsageErrorsWithTwo()
+    {
+        QFETCH(QStringList, arguments);
+        makeDatabase();
+        const Result result = runCli(QStringList{QStringLiteral("--data-dir"), support} + arguments, home.path());
+        QCOMPARE(result.code, 2);
+        QVERIFY(result.err.contains("Usage: quorvel-cli"));
+        QVERIFY(result.out.isEmpty());
+    }
+
+    void shouldPrintHelpAndVersion()
+    {
+        Result result = runCli({QStringLiteral("--help")}, home.path());
+        QCOMPARE(result.code, 0);
+        QVERIFY(result.out.startsWith("Usage: quorvel-cli"));
+        result = runCli({QStringLiteral("--version")}, home.path());
+        QCOMPARE(result.code, 0);
+        QVERIFY(result.out.startsWith("quorvel-cli "));
+    }
+
+    void shouldFailWithOneWithoutADatabase_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::newRow("stats") << QStringList{"stats"};
+        QTest::newRow("export") << QStringList{"export", "orders"};
+        QTest::newRow("resave") << QStringList{"resave"};
+    }
+    void shouldFailWithOneWithoutADatabase()
+    {
+        QFETCH(QStringList, arguments);
+        const Result result = runCli(QStringList{QStringLiteral("--data-dir"), support} + arguments, home.path());
+        QCOMPARE(result.code, 1);
+        QVERIFY(result.err.contains("no database"));
+        QVERIFY(!QFileInfo::exists(bundle));  // nothing created
+    }
+
+    void shouldUseTheDefaultDataFolder()
+    {
+        support = home.path() + QStringLiteral("/.local/share");
+        bundle = support + QStringLiteral("/Quorvel/quorveldatabase.qvldb");
+        makeDatabase();
+        const Result result = runCli({QStringLiteral("stats")}, home.path());
+        QCOMPARE(result.code, 0);
+        QVERIFY(result.out.startsWith("contacts\t2\t4\n"));
+        QDir(support).removeRecursively();
+    }
+
+    void shouldCountEveryCollectionInReadingOrder()
+    {
+        makeDatabase();
+        const Result result = runCli({QStringLiteral("--data-dir"), support, QStringLiteral("stats")}, home.path());
+        QCOMPARE(result.code, 0);
+        // The lines' highest id ends at the number of lines read, not at the highest stored id.
+        QCOMPARE(result.out, QByteArray("contacts\t2\t4\norders\t1\t7\nitems\t0\t0\nmaterials\t3\t3\nbills\t0\t0\ntasks\t0\t0\n"));
+    }
+
+    void shouldExportAsTheProgramDoes()
+    {
+        makeDatabase();
+        Result result = runCli({QStringLiteral("--data-dir"), support, QStringLiteral("export"), QStringLiteral("contacts"),
+                                QStringLiteral("--columns"), QStringLiteral("name=Who,add1,email")},
+                               home.path());
+        QCOMPARE(result.code, 0);
+        QCOMPARE(result.out, QByteArray("\"Who\",\"Address\",\"Email\"\r\"Ann Lee\",\"1 High St & Co\",\"ann@example.org\"\r"
+                                        "\"Bo \xc3\xa9t\xc3\xa9\",\"\",\"\"\r"));
+
+        const QString output = home.path() + QStringLiteral("/orders.html");
+        result = runCli({QStringLiteral("--data-dir"), support, QStringLiteral("export"), QStringLiteral("orders"),
+                         QStringLiteral("--format"), QStringLiteral("html"), QStringLiteral("--columns=title,contact:name=Customer"),
+                         QStringLiteral("--output"), output},
+                        home.path());
+        QCOMPARE(result.code, 0);
+        QVERIFY(result.out.isEmpty());
+        const QByteArray bytes = readFile(output);
+        QVERIFY(bytes.startsWith("\xff\xfe"));
+        QStringDecoder decoder(QStringDecoder::Utf16LE);
+        const QString page = decoder(bytes.mid(2));
+        QCOMPARE(page, QStringLiteral(
+            "<html><head><title>Data Export from Quorvel</title><body>"
+            "<table cellpadding=2 cellspacing=2 border=0><tr>"
+            "<th style = background:#cccccc;font-family:sans-serif;text-align:left>Title</th>"
+            "<th style = background:#cccccc;font-family:sans-serif;text-align:left>Customer</th></tr>"
+            "<tr><td  style = font-family:monospace>Repair</td><td  style = font-family:monospace>Ann Lee</td></tr>"
+            "</table><br /></body></head></html>"));
+    }
+
+    void shouldReportAnUnreadableFileAndKeepItAside()
+    {
+        makeDatabase();
+        const QString orders = bundle + QStringLiteral("/orders.xml");
+        const QByteArray broken = "<?xml version=\"1.0\"?>\n<plist><dict><key>orders</key><array><dict><key>id";
+        writeFile(orders, broken);
+
+        Result result = runCli({QStringLiteral("--data-dir"), support, QStringLiteral("stats")}, home.path());
+        QCOMPARE(result.code, 3);
+        QVERIFY2(result.err.contains("orders.xml"), result.err.constData());
+        QVERIFY(result.out.startsWith("contacts\t2\t4\norders\t0\t0\n"));  // the command still did its work
+        QCOMPARE(readFile(orders), broken);
+
+        result = runCli({QStringLiteral("--data-dir"), support, QStringLiteral("export"), QStringLiteral("orders")}, home.path());
+        QCOMPARE(result.code, 3);
+        QCOMPARE(readFile(orders), broken);
+
+        result = runCli({QStringLiteral("--data-dir"), support, QStringLiteral("resave")}, home.path());
+        QCOMPARE(result.code, 3);
+        const QStringList aside = QDir(bundle).entryList({QStringLiteral("orders.xml.unreadable-*")});
+        QCOMPARE(aside.size(), 1);
+        QCOMPARE(readFile(bundle + QLatin1Char('/') + aside.first()), broken);
+
+        result = runCli({QStringLiteral("--data-dir"), support, QStringLiteral("stats")}, home.path());
+        QCOMPARE(result.code, 0);
+    }
+
+    void shouldResaveToTheSameBytes()
+    {
+        makeDatabase();
+        Result result = runCli({QStringLiteral("--data-dir"), support, QStringLiteral("resave")}, home.path());
+        QCOMPARE(result.code, 0);
+        QStringList names{"contacts.xml", "orders.xml", "items.xml", "itemsordered.xml", "bills.xml", "actions.xml"};
+        QList<QByteArray> first;
+        for (const QString &name : names) {
+            QVERIFY2(QFileInfo::exists(bundle + QLatin1Char('/') + name), qPrintable(name));
+            first << readFile(bundle + QLatin1Char('/') + name);
+        }
+        QVERIFY(first.at(0).contains("<string>1 High St &amp; Co</string>"));
+        const Result stats = runCli({QStringLiteral("--data-dir"), support, QStringLiteral("stats")}, home.path());
+        QCOMPARE(stats.out, QByteArray("contacts\t2\t4\norders\t1\t7\nitems\t0\t0\nmaterials\t3\t3\nbills\t0\t0\ntasks\t0\t0\n"));
+        result = runCli({QStringLiteral("--data-dir"), support, QStringLiteral("resave")}, home.path());
+        QCOMPARE(result.code, 0);
+        for (int i = 0; i < names.size(); ++i)
+            QCOMPARE(readFile(bundle + QLatin1Char('/') + names.at(i)), first.at(i));
+    }
+};
+
+QUORVEL_TEST(CommandLineTest)
+#include "CommandLineTest.moc"

@@ -191,14 +191,10 @@ int main(int argc, char **argv)
             QElapsedTimer part;
             part.start();
             const QString text = QStringLiteral("Ashford");
-            const int count = c.orders.getCount();
-            for (int n = 0; n < count; ++n) {
-                auto *order = static_cast<Order *>(c.orders.getnthItem(n));
-                bool match = order->contains(text);
-                if (!match && withContacts && order->getContact())
-                    match = order->getContact()->contains(text);
-                order->setVisible(match);
-            }
+            c.orders.filterBy([&](const dataObject &record) {
+                const auto &order = static_cast<const Order &>(record);
+                return order.contains(text) || (withContacts && order.getContact() && order.getContact()->contains(text));
+            });
             const double searched = double(part.nsecsElapsed()) / 1e6;
             const int rows = c.orders.numberOfRowsInTableView();
             notes = QStringLiteral("visible=%1 (search and set %2 ms, row count %3 ms)")

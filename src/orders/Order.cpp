@@ -55,10 +55,10 @@ QString contactField(const Contact &contact, QStringView field)
 }  // namespace
 
 Order::Order()
-    : balance(u""_s), balancePaid(u""_s), date(u""_s), deposit(u""_s), depositPaid(u""_s),
-      description(u""_s), paymentMethod(u"web"_s), orderNum(u""_s), repeatFrequency(u"month"_s),
-      status(u"Enquiry"_s), shipping(u""_s), lastRepeatDate(u""_s), tax(u""_s), taxRate(u""_s),
-      title(u""_s), type(u"Order"_s), value(u""_s), valueWithTax(u""_s)
+    : date(u""_s), title(u""_s), status(u"Enquiry"_s), type(u"Order"_s), balance(u""_s), balancePaid(u""_s),
+      deposit(u""_s), depositPaid(u""_s), description(u""_s), paymentMethod(u"web"_s), orderNum(u""_s),
+      repeatFrequency(u"month"_s), shipping(u""_s), lastRepeatDate(u""_s), tax(u""_s), taxRate(u""_s),
+      value(u""_s), valueWithTax(u""_s)
 {
 }
 

@@ -214,11 +214,50 @@ QString withoutCommas(const QString &text)
     return result;
 }
 
+namespace {
+
+bool isAscii(QStringView text)
+{
+    for (QChar c : text) {
+        if (c.unicode() >= 0x80)
+            return false;
+    }
+    return true;
+}
+
+inline char16_t asciiLower(char16_t c)
+{
+    return (c >= u'A' && c <= u'Z') ? char16_t(c + 32) : c;
+}
+
+}  // namespace
+
 bool containsText(QStringView haystack, QStringView needle)
 {
     if (needle.isEmpty())
         return false;
-    return haystack.contains(needle, Qt::CaseInsensitive);
+    if (needle.size() > haystack.size())
+        return false;
+    // Searches run over every record at each keystroke: texts that are all
+    // ASCII, by far the most common, are compared here directly. Anything
+    // else takes Qt's full case folding, where for example the Kelvin sign
+    // matches "k".
+    if (!isAscii(needle) || !isAscii(haystack))
+        return haystack.contains(needle, Qt::CaseInsensitive);
+    const char16_t *h = haystack.utf16();
+    const char16_t *n = needle.utf16();
+    const qsizetype last = haystack.size() - needle.size();
+    const char16_t first = asciiLower(n[0]);
+    for (qsizetype i = 0; i <= last; ++i) {
+        if (asciiLower(h[i]) != first)
+            continue;
+        qsizetype k = 1;
+        while (k < needle.size() && asciiLower(h[i + k]) == asciiLower(n[k]))
+            ++k;
+        if (k == needle.size())
+            return true;
+    }
+    return false;
 }
 
 }  // namespace platform

@@ -114,9 +114,12 @@ int KeyTable::lookup(const QString &key)
 namespace {
 constexpr size_t ValueSlots = size_t(1) << 15;
 constexpr int MaxSharedValues = int(ValueSlots / 2);
-// A key's values are shared while at least one try in eight finds its value
-// already there; judged after this many tries.
-constexpr quint32 TriesBeforeJudging = 256;
+// A key whose first tries find nothing shared (ids, order numbers, amounts)
+// stops sharing early. Others are judged later, once a key with a few
+// thousand different values (dates) has had the time to fill in: they keep
+// sharing while at least one try in eight finds its value already there.
+constexpr quint32 TriesBeforeFirstLook = 256;
+constexpr quint32 TriesBeforeJudging = 4096;
 }  // namespace
 
 ValueTable::ValueTable() : empty(QStringLiteral("")) {}
@@ -136,7 +139,7 @@ void ValueTable::noteHit(int key, bool hit)
     ++s.tries;
     if (hit)
         ++s.hits;
-    if (s.tries >= TriesBeforeJudging && s.hits * 8 < s.tries)
+    if ((s.tries == TriesBeforeFirstLook && s.hits == 0) || (s.tries >= TriesBeforeJudging && s.hits * 8 < s.tries))
         s.off = true;
 }
 

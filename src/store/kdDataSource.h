@@ -11,6 +11,7 @@
 
 #include <QHash>
 #include <QString>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -52,6 +53,12 @@ public:
 
     virtual int numberOfRowsInTableView() const;
     virtual QString objectValueForTableColumn(const QString &columnId, int row) const;
+
+    // Sets every record's visible flag to the predicate's answer. This is
+    // what the managers' filters run at each keystroke of a search: records
+    // are fetched from memory ahead of the one being asked, so a large
+    // collection is searched at the speed of the predicate, not of memory.
+    void filterBy(const std::function<bool(const dataObject &)> &isVisible);
 
     void sortByColumn(const QString &field, bool ascending) { sortByColumn(field, ascending, 0); }
     void sortByColumn(const QString &field, bool ascending, int options);

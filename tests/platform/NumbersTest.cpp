@@ -218,6 +218,11 @@ void NumbersTest::shouldSearchIgnoringCase_data()
     QTest::newRow("both empty") << "" << "" << false;
     QTest::newRow("empty haystack") << "" << "a" << false;
     QTest::newRow("accented letters") << QString::fromUtf8("ÄBCD") << QString::fromUtf8("äbc") << true;
+    QTest::newRow("at the very end") << "Ashford" << "FORD" << true;
+    QTest::newRow("a near miss before the match") << "aab" << "ab" << true;
+    QTest::newRow("symbols are not letters") << "a[b" << "A{B" << false;
+    QTest::newRow("an ASCII needle in a Kelvin sign") << QString::fromUtf8("\u212A") << "k" << true;
+    QTest::newRow("an ASCII needle in accented text") << QString::fromUtf8("Café Ashford") << "ASHF" << true;
 }
 
 void NumbersTest::shouldSearchIgnoringCase()

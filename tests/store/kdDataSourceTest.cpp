@@ -223,6 +223,21 @@ private Q_SLOTS:
         QCOMPARE(source.numberOfRowsInTableView(), 3);
     }
 
+    void shouldShowExactlyTheRecordsAFilterTakes()
+    {
+        kdDataSource source;
+        const QStringList values{"apple", "banana", "avocado", "cherry"};
+        for (const QString &value : values)
+            source.add(new Row(value, 0, false));
+        QCOMPARE(source.numberOfRowsInTableView(), 0);
+        source.filterBy([](const dataObject &record) { return static_cast<const Row &>(record).value.startsWith(QLatin1Char('a')); });
+        QCOMPARE(source.numberOfRowsInTableView(), 2);
+        QCOMPARE(static_cast<Row *>(source.getnthVisibleItem(1))->value, QStringLiteral("avocado"));
+        source.filterBy([](const dataObject &) { return true; });
+        QCOMPARE(source.numberOfRowsInTableView(), 4);
+        QCOMPARE(static_cast<Row *>(source.getnthVisibleItem(3))->value, QStringLiteral("cherry"));
+    }
+
     void shouldSwopOnlyRecordsThatAreBothHere()
     {
         kdDataSource source;

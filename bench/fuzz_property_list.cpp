@@ -8,44 +8,13 @@
 //
 // For example, with the samples of the tests:
 //   fuzz_property_list 100000 orders tests/data/plist/*.xml
-#include "platform/PropertyList.h"
+#include "RecordReadings.h"
 
 #include <QCoreApplication>
 #include <QFile>
 #include <QRandomGenerator>
 
 #include <cstdio>
-#include <utility>
-
-using namespace platform::plist;
-
-namespace {
-
-class Collector : public RecordVisitor
-{
-public:
-    void restart() override { records.clear(); }
-    void record(std::span<const Field> fields) override
-    {
-        QString line;
-        for (const Field &field : fields)
-            line += QString::number(field.key) + QLatin1Char('=') + field.value + QLatin1Char('|');
-        records << line;
-    }
-    QStringList records;
-};
-
-std::pair<bool, QStringList> readRecords(const QByteArray &document, const QString &rootKey, bool quick)
-{
-    RecordReader reader({QStringLiteral("id"), QStringLiteral("name"), QStringLiteral("title")});
-    reader.setQuickScanEnabled(quick);
-    Collector collector;
-    if (!reader.read(document, rootKey, collector).ok())
-        return {false, {}};
-    return {true, collector.records};
-}
-
-}  // namespace
 
 int main(int argc, char **argv)
 {
@@ -94,17 +63,17 @@ int main(int argc, char **argv)
                 break;
             }
         }
-        const auto quick = readRecords(document, rootKey, true);
-        const auto full = readRecords(document, rootKey, false);
-        readValue(document);
-        if (quick != full) {
+        const testlib::QuickAndFull readings = testlib::readQuickAndFull(document, rootKey);
+        platform::plist::readValue(document);
+        if (!readings.agree()) {
             QFile out(QStringLiteral("fuzz-disagreement.xml"));
             if (out.open(QIODevice::WriteOnly))
                 out.write(document);
-            std::fprintf(stderr, "round %ld: the readers disagree; the document is in fuzz-disagreement.xml\n", round);
+            std::fprintf(stderr, "round %ld: the readers disagree; the document is in fuzz-disagreement.xml\n%s\n", round,
+                         qPrintable(readings.description()));
             return 1;
         }
-        readable += quick.first ? 1 : 0;
+        readable += readings.quick.ok ? 1 : 0;
     }
     std::printf("%ld documents, %ld of them readable, the readers agreed on all\n", rounds, readable);
     return 0;

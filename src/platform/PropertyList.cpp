@@ -46,9 +46,13 @@ QString trimmedXml(const QString &text)
 // ------------------------------------------------------------------ KeyTable
 
 namespace {
+// Seeded per process (QHashSeed), so that no document can be made of keys
+// or values that all fall on one slot of the tables below and make every
+// look-up walk all of them.
 inline size_t hashBytes(const char *bytes, qsizetype length)
 {
-    return qHashBits(bytes, size_t(length), 0);
+    static const size_t seed = QHashSeed::globalSeed();
+    return qHashBits(bytes, size_t(length), seed);
 }
 }  // namespace
 

@@ -139,6 +139,10 @@ public:
 
 private:
     void feed();
+    // Keeps what declared entities expand to in proportion to the document
+    // (see the source); the document's encoding, when it names one, may
+    // lower the limit.
+    void limitEntityExpansion(QStringView encoding = {});
 
     QByteArrayView bytes;
     qsizetype fed = 0;

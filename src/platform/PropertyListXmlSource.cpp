@@ -2,6 +2,8 @@
 // fed a block at a time, so that a large document is never decoded whole.
 #include "platform/PropertyListInternal.h"
 
+#include <algorithm>
+
 namespace platform::plist {
 
 namespace {
@@ -54,12 +56,53 @@ qsizetype firstInvalidUtf8(QByteArrayView bytes)
     return -1;
 }
 
+// Declared entities: a reference of three bytes can stand for thousands of
+// characters, nested or not, in text, in attribute values and in the DTD
+// itself, and the XML reader expands them all as it goes. To keep the whole
+// expansion in proportion to the document, the characters one reference may
+// expand to are limited to ExpansionBudget / (the number of references the
+// document can hold), and never more than the reader's own limit.
+constexpr qint64 ExpansionBudgetBase = qint64(4) << 20;  // characters
+constexpr qint64 ExpansionBudgetPerByte = 4;
+constexpr qint64 ReaderExpansionLimit = 4096;
+
+// Whether every '&' and '%' of text in this encoding is a byte 0x26 or 0x25
+// of the document (UTF-8, UTF-16, UTF-32 and the 8-bit sets that extend
+// ASCII); in other encodings (UTF-7, EBCDIC ...) they may be written
+// otherwise.
+bool keepsAsciiMarkup(QStringView encoding)
+{
+    QString name = encoding.toString().toLower();
+    name.remove(QLatin1Char('-')).remove(QLatin1Char('_'));
+    static const char *const safe[] = {"utf8", "utf16", "utf32", "iso8859", "usascii", "ascii", "latin", "windows125", "cp125"};
+    for (const char *prefix : safe) {
+        if (name.startsWith(QLatin1String(prefix)))
+            return true;
+    }
+    return false;
+}
+
 }  // namespace
 
 XmlSource::XmlSource(QByteArrayView document, std::function<void(const char *)> consumed)
     : bytes(document), done(std::move(consumed))
 {
+    limitEntityExpansion();
     feed();
+}
+
+void XmlSource::limitEntityExpansion(QStringView encoding)
+{
+    // Every reference starts with '&' or '%' and takes three characters at
+    // least, so a document holds no more references than it has of those
+    // bytes (when the encoding writes them as in ASCII), nor more than a
+    // third of its bytes.
+    qint64 references = bytes.size() / 3;
+    if (encoding.isEmpty() || keepsAsciiMarkup(encoding))
+        references = std::min<qint64>(references, bytes.count('&') + bytes.count('%'));
+    const qint64 budget = ExpansionBudgetBase + ExpansionBudgetPerByte * qint64(bytes.size());
+    const qint64 limit = std::clamp<qint64>(budget / std::max<qint64>(references, 1), 1, ReaderExpansionLimit);
+    xml.setEntityExpansionLimit(int(std::min<qint64>(limit, xml.entityExpansionLimit())));
 }
 
 void XmlSource::feed()
@@ -81,6 +124,10 @@ QXmlStreamReader::TokenType XmlSource::next()
             feed();
             continue;
         }
+        // The encoding is known before the DTD, the first place where an
+        // entity can be expanded.
+        if (token == QXmlStreamReader::StartDocument && !xml.documentEncoding().isEmpty())
+            limitEntityExpansion(xml.documentEncoding());
         return token;
     }
 }

@@ -28,6 +28,8 @@ constexpr int maxTwips = 2000000;
 constexpr int maxTabStops = 64;
 // The largest size a picture is shown at, in points (about 3.5 m).
 constexpr qreal maxPicturePoints = 10000;
+// The smallest, so that no side of a picture shrinks to nothing.
+constexpr qreal minPicturePoints = 1;
 constexpr qsizetype maxFontNameBytes = 256;
 constexpr qsizetype maxFieldInstructionBytes = 4096;
 constexpr qsizetype maxAttachmentNameBytes = 1024;
@@ -1514,7 +1516,8 @@ void Reader::insertPicture(const QString &resourceName, qreal width, qreal heigh
     resolveSurrogate();
     flushRun();
     // A picture given one side gets the other in its proportions; one
-    // larger than maxPicturePoints is shown smaller, in its proportions.
+    // larger than maxPicturePoints is shown smaller, in its proportions, and
+    // no side is shown smaller than minPicturePoints.
     const QSize pixels = m_document.resource(QTextDocument::ImageResource, QUrl(resourceName)).value<QImage>().size();
     if (!pixels.isEmpty()) {
         if (width <= 0 && height <= 0) {
@@ -1532,8 +1535,8 @@ void Reader::insertPicture(const QString &resourceName, qreal width, qreal heigh
     format.setName(resourceName);
     if (width > 0 && height > 0) {
         const qreal factor = std::min({qreal(1), maxPicturePoints / width, maxPicturePoints / height});
-        format.setWidth(width * factor);
-        format.setHeight(height * factor);
+        format.setWidth(std::max(width * factor, minPicturePoints));
+        format.setHeight(std::max(height * factor, minPicturePoints));
     }
     m_builder->addImage(format);
 }

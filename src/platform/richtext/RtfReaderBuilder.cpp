@@ -123,13 +123,19 @@ void RtfReaderBuilder::writeParagraph(QTextCursor &cursor, const RtfParagraph &p
                                       bool firstInCell)
 {
     if (intoCurrentBlock) {
-        cursor.setBlockFormat(paragraph.blockFormat);
-        // The character format of a cell's first block is the cell's own
-        // format: it is added to, not replaced.
-        if (firstInCell)
-            cursor.mergeBlockCharFormat(paragraph.markFormat);
-        else
-            cursor.setBlockCharFormat(paragraph.markFormat);
+        // The block is new and empty: formats are only set where they say
+        // something (a table of many cells fills quicker so).
+        if (!paragraph.blockFormat.properties().isEmpty())
+            cursor.setBlockFormat(paragraph.blockFormat);
+        // The mark's format gives an empty paragraph its height. The
+        // character format of a cell's first block is the cell's own format:
+        // it is added to, not replaced.
+        if (paragraph.isEmpty()) {
+            if (firstInCell)
+                cursor.mergeBlockCharFormat(paragraph.markFormat);
+            else
+                cursor.setBlockCharFormat(paragraph.markFormat);
+        }
     } else {
         cursor.insertBlock(paragraph.blockFormat, paragraph.markFormat);
     }

@@ -192,7 +192,7 @@ private slots:
         QTest::newRow("\\pard does not break") << QByteArray("one \\pard two") << QStringList{"one two"};
         QTest::newRow("\\sect and \\page break") << QByteArray("a\\sect b\\page c") << QStringList{"a", "b", "c"};
         QTest::newRow("space after a word belongs to it") << QByteArray("\\b  x") << QStringList{" x"};
-        QTest::newRow("escaped specials") << QByteArray("\\{a\\}\\\\") << QStringList{"{a}\\"};
+        QTest::newRow("escaped braces and backslash") << QByteArray("\\{a\\}\\\\") << QStringList{"{a}\\"};
         QTest::newRow("symbols") << QByteArray("a\\~b\\_c") << QStringList{QStringLiteral("a\u00A0b\u2011c")};
         QTest::newRow("named characters")
             << QByteArray("\\emdash\\endash\\bullet\\lquote\\rquote\\ldblquote\\rdblquote")

@@ -134,17 +134,6 @@ int clampTwips(int value)
     return std::clamp(value, -maxTwips, maxTwips);
 }
 
-int hexDigit(char c)
-{
-    if (c >= '0' && c <= '9')
-        return c - '0';
-    if (c >= 'a' && c <= 'f')
-        return c - 'a' + 10;
-    if (c >= 'A' && c <= 'F')
-        return c - 'A' + 10;
-    return -1;
-}
-
 // Cocoa writes PostScript names: "Helvetica-Bold" is Helvetica in bold,
 // "Arial-BoldItalicMT" Arial in bold italic. Suffixes are taken off until
 // none is left, so that the family that remains reads the same again.
@@ -1127,7 +1116,7 @@ void Reader::textBytes(QByteArrayView bytes)
         if (m_picture.tooLarge)
             break;
         for (const char byte : bytes) {
-            const int digit = hexDigit(byte);
+            const int digit = rtf::hexValue(byte);
             if (digit < 0)
                 continue;
             if (m_picture.nibble < 0) {

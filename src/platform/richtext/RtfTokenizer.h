@@ -50,4 +50,7 @@ private:
     qsizetype m_position = 0;
 };
 
+// The value of a hexadecimal digit, -1 for any other byte.
+int hexValue(char c);
+
 }  // namespace rtf

@@ -1,6 +1,8 @@
 #include "store/TableView.h"
 
-TableView::TableView(QObject *parent) : QObject(parent) {}
+#include "store/TableDataSource.h"
+
+TableView::TableView(QObject *parent) : Outlet(parent) {}
 
 void TableView::setColumns(const QList<TableColumn> &newColumns)
 {
@@ -46,4 +48,30 @@ void TableView::setSortDescriptors(const QList<SortDescriptor> &newDescriptors)
 void TableView::reloadData()
 {
     Q_EMIT reloaded();
+}
+
+void TableView::userSelectRow(int row)
+{
+    selected = row < -1 ? -1 : row;
+    Q_EMIT selectionActivated();
+}
+
+void TableView::userClickColumn(const QString &columnId)
+{
+    bool ascending = true;
+    if (!descriptors.isEmpty() && descriptors.first().key == columnId)
+        ascending = !descriptors.first().ascending;
+    QList<SortDescriptor> next{SortDescriptor{columnId, ascending}};
+    for (const SortDescriptor &descriptor : std::as_const(descriptors))
+        if (descriptor.key != columnId)
+            next.append(descriptor);
+    descriptors = next;
+    if (source)
+        source->didClickTableColumn(columnId, ascending);
+}
+
+void TableView::userDoubleClick(int row)
+{
+    selected = row < -1 ? -1 : row;
+    Q_EMIT doubleClicked();
 }

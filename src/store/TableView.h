@@ -3,9 +3,12 @@
 // order, the selected row, the sort descriptors) without any widget. The
 // widget layer binds a real view to it; the command line and the tests use
 // it alone.
+#include "platform/outlets/Outlet.h"
+
 #include <QList>
-#include <QObject>
 #include <QString>
+
+class TableDataSource;
 
 struct TableColumn {
     QString identifier;  // the field name the column shows
@@ -19,7 +22,7 @@ struct SortDescriptor {
     bool ascending = true;
 };
 
-class TableView : public QObject
+class TableView : public Outlet
 {
     Q_OBJECT
 public:
@@ -45,14 +48,32 @@ public:
     // Asks the bound widget to fetch its rows again.
     void reloadData();
 
+    // The object that feeds the table (none until one is set).
+    TableDataSource *dataSource() const { return source; }
+    void setDataSource(TableDataSource *newSource) { source = newSource; }
+
+    // From the widget: the user selected a row (-1 for none) or clicked a
+    // column header (the first sort descriptor is set to that column, its
+    // direction flipped when it already was the first, and the data source
+    // is told).
+    void userSelectRow(int row);
+    void userClickColumn(const QString &columnId);
+    // From the widget: the user double-clicked a row or pressed Enter on it
+    // (the row is selected first); doubleClicked() follows.
+    void userDoubleClick(int row);
+
 Q_SIGNALS:
     void columnsChanged();
     void selectionChanged(int row);
     void reloaded();
+    // The user selected a row.
+    void selectionActivated();
+    void doubleClicked();
 
 private:
     QList<TableColumn> columns;
     QList<SortDescriptor> descriptors;
     int selected = -1;
     bool fillLast = false;
+    TableDataSource *source = nullptr;
 };

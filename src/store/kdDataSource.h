@@ -7,6 +7,7 @@
 // with the collection (rebuilt lazily after a change), so none of them scans
 // the collection; sorting is a stable O(n log n) sort that gives exactly the
 // order of the stable exchange sort the program has always used.
+#include "store/TableDataSource.h"
 #include "store/dataObject.h"
 
 #include <QHash>
@@ -17,7 +18,7 @@
 
 class TableView;
 
-class kdDataSource
+class kdDataSource : public TableDataSource
 {
 public:
     kdDataSource();
@@ -51,8 +52,8 @@ public:
     TableView *getTableView() const { return tableView; }
     void setTableView(TableView *view) { tableView = view; }
 
-    virtual int numberOfRowsInTableView() const;
-    virtual QString objectValueForTableColumn(const QString &columnId, int row) const;
+    int numberOfRowsInTableView() const override;
+    QString objectValueForTableColumn(const QString &columnId, int row) const override;
 
     // Sets every record's visible flag to the predicate's answer. This is
     // what the managers' filters run at each keystroke of a search: records
@@ -66,8 +67,8 @@ public:
 
     // Export of the table as shown (rows from numberOfRowsInTableView, cells
     // from objectValueForTableColumn, columns in the given order).
-    QString getDataAsCSVusingTableView(const TableView &table) const;
-    QString getDataAsHTMLusingTableView(const TableView &table) const;
+    QString getDataAsCSVusingTableView(const TableView &table) const override;
+    QString getDataAsHTMLusingTableView(const TableView &table) const override;
     // Builds the table's columns from a layout file; always answers true.
     bool configureTable(TableView &table, const QString &path, const QString &defaults = QString());
 

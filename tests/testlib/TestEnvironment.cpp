@@ -27,12 +27,32 @@ TestEnvironment::TestEnvironment()
         shown.append(alert);
         return alertScript.isEmpty() ? 1 : alertScript.takeFirst();
     });
+    previousPanels = platform::setFilePanelHandler([this](const platform::FilePanelRequest &request) {
+        panels.append(request);
+        const QString answer = panelScript.isEmpty() ? QString() : panelScript.takeFirst();
+        return answer.isNull() ? std::nullopt : std::optional<QString>(answer);
+    });
+    platform::WorkspaceHandler workspace;
+    workspace.openUrl = [this](const QString &url) { urls.append(url); return true; };
+    workspace.openFile = [this](const QString &path) { files.append(path); return true; };
+    workspace.pasteboardString = [this] { return pasteboard; };
+    workspace.setPasteboardString = [this](const QString &text) { pasteboard = text; };
+    previousWorkspace = platform::setWorkspaceHandler(workspace);
+    previousLog = platform::setLogHandler([this](platform::LogChannel channel, const QString &text) {
+        if (channel == platform::LogChannel::Log)
+            logged.append(text);
+        else
+            printed += text;
+    });
     currentEnvironment = this;
 }
 
 TestEnvironment::~TestEnvironment()
 {
     platform::setAlertHandler(previousHandler);
+    platform::setFilePanelHandler(previousPanels);
+    platform::setWorkspaceHandler(previousWorkspace);
+    platform::setLogHandler(previousLog);
     platform::setFixedNow(QDateTime());
     platform::paths::setApplicationSupportDir(QString());
     platform::paths::setHomeDir(QString());

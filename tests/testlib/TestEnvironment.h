@@ -9,6 +9,11 @@
 #include <QTemporaryDir>
 
 #include "platform/Alerts.h"
+#include "platform/FilePanels.h"
+#include "platform/Log.h"
+#include "platform/Workspace.h"
+
+#include <optional>
 
 namespace testlib {
 
@@ -31,11 +36,44 @@ public:
 
     static QDateTime fixedNow();
 
+    // File panels: each request is recorded; answers come from the script
+    // in order (a null text cancels), cancelled when the script is empty.
+    void scriptFilePanelAnswers(const QStringList &answers) { panelScript = answers; }
+    const QList<platform::FilePanelRequest> &filePanelsShown() const { return panels; }
+
+    // Workspace: what was opened; the pasteboard is a text held here.
+    const QStringList &openedUrls() const { return urls; }
+    const QStringList &openedFiles() const { return files; }
+
+    // Diagnostics: the log's lines and the text written on standard output.
+    const QStringList &logLines() const { return logged; }
+    QString standardOutputText() const { return printed; }
+    // Forgets the diagnostics, the file panels and what was opened.
+    void clearDiagnostics()
+    {
+        logged.clear();
+        printed.clear();
+        panels.clear();
+        panelScript.clear();
+        urls.clear();
+        files.clear();
+    }
+
 private:
     QTemporaryDir dir;
     QList<int> alertScript;
     QList<platform::Alert> shown;
     platform::AlertHandler previousHandler;
+    QStringList panelScript;
+    QList<platform::FilePanelRequest> panels;
+    platform::FilePanelHandler previousPanels;
+    QStringList urls;
+    QStringList files;
+    QString pasteboard;
+    platform::WorkspaceHandler previousWorkspace;
+    QStringList logged;
+    QString printed;
+    platform::LogHandler previousLog;
 };
 
 }  // namespace testlib

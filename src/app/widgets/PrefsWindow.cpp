@@ -1,0 +1,200 @@
+#include "app/widgets/PrefsWindow.h"
+
+#include "app/PrefsController.h"
+#include "app/widgets/OutletBinding.h"
+#include "app/widgets/WindowPlacement.h"
+#include "platform/Localised.h"
+
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+using platform::localised;
+
+namespace {
+const char *const identifierProperty = "tabIdentifier";
+
+QLineEdit *lineEdit(TextField *outlet, const QString &name, QWidget *parent)
+{
+    auto *edit = new QLineEdit(parent);
+    edit->setObjectName(name);
+    binding::bind(outlet, edit);
+    return edit;
+}
+
+QWidget *page(const QString &identifier)
+{
+    auto *widget = new QWidget;
+    widget->setObjectName(QStringLiteral("prefsTab_") + identifier);
+    widget->setProperty(identifierProperty, identifier);
+    return widget;
+}
+
+// A label with a mnemonic that moves the focus to its field.
+QLabel *labelFor(const QString &text, QWidget *buddy)
+{
+    auto *label = new QLabel(text);
+    label->setBuddy(buddy);
+    return label;
+}
+}  // namespace
+
+PrefsWindow::PrefsWindow(PrefsController &controller, QWidget *parent) : QDialog(parent), prefs(controller)
+{
+    setObjectName(QStringLiteral("prefsWindow"));
+    setWindowTitle(localised("Preferences"));
+
+    tabView = new QTabWidget(this);
+    tabView->setObjectName(QStringLiteral("prefsTabView"));
+    tabView->addTab(makeGeneralPage(), localised("General"));
+    tabView->addTab(makeOrdersPage(), prefs.getTermOrders());
+    tabView->addTab(makeItemsPage(), prefs.getTermItems());
+    tabView->addTab(makeListsPage(), localised("Lists"));
+    tabView->addTab(makeColoursPage(), localised("Status Colours"));
+    tabView->addTab(makeModulesPage(), localised("Modules"));
+    binding::bind(prefs.prefsTabView, tabView);
+
+    auto *buttons = new QDialogButtonBox(this);
+    QPushButton *ok = buttons->addButton(QDialogButtonBox::Ok);
+    ok->setObjectName(QStringLiteral("okButton"));
+    ok->setDefault(true);
+    connect(ok, &QPushButton::clicked, &prefs, &PrefsController::OKButton);
+
+    auto *layout = new QVBoxLayout(this);
+    layout->addWidget(tabView);
+    layout->addWidget(buttons);
+
+    binding::bind(prefs.prefsWindow, this);
+    placement::remember(this, QStringLiteral("QuorvelPrefsWindowGeometry"), QSize(560, 380));
+}
+
+QWidget *PrefsWindow::makeGeneralPage()
+{
+    QWidget *general = page(QStringLiteral("general"));
+    auto *form = new QFormLayout(general);
+    QLineEdit *currency = lineEdit(prefs.currencyField, QStringLiteral("currencyField"), general);
+    form->addRow(labelFor(localised("&Currency symbol:"), currency), currency);
+
+    auto *dayFirst = new QRadioButton(general);
+    dayFirst->setObjectName(QStringLiteral("dateFormatDayFirst"));
+    auto *monthFirst = new QRadioButton(general);
+    monthFirst->setObjectName(QStringLiteral("dateFormatMonthFirst"));
+    auto *group = new QButtonGroup(general);
+    group->addButton(dayFirst, 0);
+    group->addButton(monthFirst, 1);
+    binding::bind(prefs.dateFormat, group);
+    auto *dates = new QHBoxLayout;
+    dates->addWidget(dayFirst);
+    dates->addWidget(monthFirst);
+    dates->addStretch();
+    form->addRow(labelFor(localised("&Date format:"), dayFirst), dates);
+    form->addRow(new QLabel(localised("A new date format is used from the next start.")));
+    return general;
+}
+
+QWidget *PrefsWindow::makeOrdersPage()
+{
+    QWidget *orders = page(QStringLiteral("orders"));
+    auto *form = new QFormLayout(orders);
+    QLineEdit *rate = lineEdit(prefs.taxRate, QStringLiteral("taxRate"), orders);
+    form->addRow(labelFor(localised("&Tax rate (%):"), rate), rate);
+    QLineEdit *statement = lineEdit(prefs.taxStatement, QStringLiteral("taxStatement"), orders);
+    form->addRow(labelFor(localised("Tax &statement:"), statement), statement);
+    QLineEdit *prefix = lineEdit(prefs.orderPrefixField, QStringLiteral("orderPrefixField"), orders);
+    form->addRow(labelFor(localised("Order &prefix:"), prefix), prefix);
+    QLineEdit *one = lineEdit(prefs.termOrder, QStringLiteral("termOrder"), orders);
+    form->addRow(labelFor(localised("Word for &one order:"), one), one);
+    QLineEdit *many = lineEdit(prefs.termOrders, QStringLiteral("termOrders"), orders);
+    form->addRow(labelFor(localised("Word for &several orders:"), many), many);
+    return orders;
+}
+
+QWidget *PrefsWindow::makeItemsPage()
+{
+    QWidget *items = page(QStringLiteral("items"));
+    auto *form = new QFormLayout(items);
+    QLineEdit *prefix = lineEdit(prefs.itemPrefixField, QStringLiteral("itemPrefixField"), items);
+    form->addRow(labelFor(localised("Item &prefix:"), prefix), prefix);
+    QLineEdit *warn = lineEdit(prefs.stockWarn, QStringLiteral("stockWarn"), items);
+    form->addRow(labelFor(localised("Stock &warning level:"), warn), warn);
+    QLineEdit *one = lineEdit(prefs.termItem, QStringLiteral("termItem"), items);
+    form->addRow(labelFor(localised("Word for &one item:"), one), one);
+    QLineEdit *many = lineEdit(prefs.termItems, QStringLiteral("termItems"), items);
+    form->addRow(labelFor(localised("Word for &several items:"), many), many);
+    QLineEdit *bom = lineEdit(prefs.termBOM, QStringLiteral("termBOM"), items);
+    form->addRow(labelFor(localised("Word for a &bill of materials:"), bom), bom);
+    return items;
+}
+
+QWidget *PrefsWindow::makeListsPage()
+{
+    QWidget *lists = page(QStringLiteral("lists"));
+    auto *layout = new QHBoxLayout(lists);
+    const auto addList = [lists, layout](TextView *outlet, const QString &name, const QString &title) {
+        auto *column = new QVBoxLayout;
+        auto *edit = new QPlainTextEdit(lists);
+        edit->setObjectName(name);
+        edit->setTabChangesFocus(true);
+        binding::bind(outlet, edit);
+        column->addWidget(labelFor(title, edit));
+        column->addWidget(edit);
+        layout->addLayout(column);
+    };
+    addList(prefs.listInvoiceCategories, QStringLiteral("listInvoiceCategories"), localised("&Invoice categories:"));
+    addList(prefs.listStatuses, QStringLiteral("listStatuses"), localised("S&tatuses:"));
+    addList(prefs.listContactTypes, QStringLiteral("listContactTypes"), localised("&Contact types:"));
+    return lists;
+}
+
+QWidget *PrefsWindow::makeColoursPage()
+{
+    QWidget *colours = page(QStringLiteral("colours"));
+    auto *form = new QFormLayout(colours);
+    auto *status = new QComboBox(colours);
+    status->setObjectName(QStringLiteral("statusColourAssignmentPopUpButton"));
+    binding::bind(prefs.statusColourAssignmentPopUpButton, status);
+    connect(prefs.statusColourAssignmentPopUpButton, &PopUp::activated, this,
+            [this] { prefs.statusSelectorHasChanged(); });
+    form->addRow(labelFor(localised("&Status:"), status), status);
+
+    auto *well = new QPushButton(colours);
+    well->setObjectName(QStringLiteral("colourStatusAssignmentWell"));
+    well->setAutoDefault(false);
+    binding::bind(prefs.colourStatusAssignmentWell, well);
+    form->addRow(labelFor(localised("C&olour:"), well), well);
+
+    auto *set = new QPushButton(localised("Set &Colour"), colours);
+    set->setObjectName(QStringLiteral("setColourButton"));
+    set->setAutoDefault(false);
+    connect(set, &QPushButton::clicked, this, [this] { prefs.setColorForStatus(); });
+    form->addRow(QString(), set);
+    return colours;
+}
+
+QWidget *PrefsWindow::makeModulesPage()
+{
+    QWidget *modules = page(QStringLiteral("modules"));
+    auto *layout = new QVBoxLayout(modules);
+    const auto addBox = [modules, layout](CheckBox *outlet, const QString &name) {
+        auto *box = new QCheckBox(outlet->title(), modules);
+        box->setObjectName(name);
+        binding::bind(outlet, box);
+        layout->addWidget(box);
+    };
+    addBox(prefs.proTimeMmtButton, QStringLiteral("proTimeMmtButton"));
+    addBox(prefs.proAccountMmtButton, QStringLiteral("proAccountMmtButton"));
+    addBox(prefs.proDataMmtButton, QStringLiteral("proDataMmtButton"));
+    layout->addWidget(new QLabel(localised("Modules switched on or off take effect from the next start."), modules));
+    layout->addStretch();
+    return modules;
+}

@@ -1,0 +1,517 @@
+#include "app/Quorvel.h"
+
+#include "accounts/BillManager.h"
+#include "app/Picker.h"
+#include "app/PrefsController.h"
+#include "app/kdDateFormatter.h"
+#include "checkout/CheckoutManager.h"
+#include "contacts/CompanyEditor.h"
+#include "contacts/Contact.h"
+#include "contacts/ContactManager.h"
+#include "items/Item.h"
+#include "items/ItemManager.h"
+#include "items/SupplierDataSource.h"
+#include "orders/BOMManager.h"
+#include "orders/Order.h"
+#include "orders/OrderManager.h"
+#include "platform/Alerts.h"
+#include "platform/FilePanels.h"
+#include "platform/Localised.h"
+#include "platform/Log.h"
+#include "platform/Paths.h"
+#include "platform/PropertyList.h"
+#include "platform/Workspace.h"
+#include "reports/ReportManager.h"
+#include "store/TableExport.h"
+#include "tasks/ActionManager.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+using platform::localised;
+
+namespace {
+
+const QString printItem = QStringLiteral("printItemIdentifier");
+const QString deleteItem = QStringLiteral("deleteItemIdentifier");
+const QString editItem = QStringLiteral("editItemIdentifier");
+const QString companyItem = QStringLiteral("companyItemIdentifier");
+const QString contactItem = QStringLiteral("contactItemIdentifier");
+const QString orderItem = QStringLiteral("orderItemIdentifier");
+const QString itemItem = QStringLiteral("itemItemIdentifier");
+const QString padItem = QStringLiteral("padItemIdentifier");
+const QString todoItem = QStringLiteral("todoItemIdentifier");
+const QString billItem = QStringLiteral("billItemIdentifier");
+const QString htmlItem = QStringLiteral("htmlItemIdentifier");
+const QString csvItem = QStringLiteral("csvItemIdentifier");
+const QString checkoutItem = QStringLiteral("checkoutItemIdentifier");
+const QString prefsItem = QStringLiteral("prefsItemIdentifier");
+const QString helpItem = QStringLiteral("helpItemIdentifier");
+
+bool programImageExists(const QString &name)
+{
+    return QFile::exists(QStringLiteral(":/core/icons/%1.svg").arg(name));
+}
+
+}  // namespace
+
+Quorvel::Quorvel(QObject *parent)
+    : QObject(parent),
+      imageExists(programImageExists),
+      standardOutput([](const QString &text) { platform::standardOutput(text); }),
+      mainWindow(new Window(this)),
+      notePad(new Window(this)),
+      mainTabView(new TabView(this)),
+      accountsTabView(new TabView(this)),
+      prefsController(std::make_unique<PrefsController>()),
+      contactManager(std::make_unique<ContactManager>(this)),
+      orderManager(std::make_unique<OrderManager>(this)),
+      itemManager(std::make_unique<ItemManager>(this)),
+      bomManager(std::make_unique<BOMManager>(this)),
+      actionManager(std::make_unique<ActionManager>(this)),
+      billManager(std::make_unique<BillManager>(this)),
+      reportManager(std::make_unique<ReportManager>(this)),
+      checkoutManager(std::make_unique<CheckoutManager>(this)),
+      supplierDataSource(std::make_unique<SupplierDataSource>(this)),
+      companyEditor(std::make_unique<CompanyEditor>(this)),
+      picker(std::make_unique<Picker>())
+{
+    mainWindow->setTitle(QStringLiteral("Quorvel"));
+    notePad->setTitle(localised("Notepad"));
+    mainTabView->setTabs({QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("3"), QStringLiteral("pro"),
+                          QStringLiteral("pro2"), QStringLiteral("pro3")},
+                         {localised("Contacts"), localised("Orders"), localised("Stock"), localised("Tasks"),
+                          localised("Accounts"), localised("Reports")});
+    accountsTabView->setTabs({QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("3")},
+                             {localised("Money Out"), localised("Money In"), localised("Statement")});
+    prefsController->mainTabView = mainTabView;
+
+    database = std::make_unique<DatabaseBundle>(*contactManager, *orderManager, *itemManager, *bomManager,
+                                                *billManager, *actionManager);
+    database->setAfterReading([this](DatabaseBundle::File file) {
+        switch (file) {
+        case DatabaseBundle::Contacts: contactManager->filter(); break;
+        case DatabaseBundle::Orders: orderManager->filter(); break;
+        case DatabaseBundle::Items: itemManager->filter(); break;
+        case DatabaseBundle::Materials: bomManager->filter(); break;
+        case DatabaseBundle::Bills: billManager->filter(); break;
+        case DatabaseBundle::Actions: actionManager->filter(); break;
+        }
+    });
+}
+
+Quorvel::~Quorvel() = default;
+
+void Quorvel::awakeFromNib()
+{
+    prefsController->readDefaults();
+    dateFormatter = std::make_unique<kdDateFormatter>(this);
+    // The toolbar is built by the widget layer from the lists below.
+    reportManager->populateFilter();
+    if (QFileInfo(platform::paths::bundleDir()).isDir()) {
+        readDatabase();
+    } else if (QFileInfo::exists(platform::paths::legacyDatabaseFile())) {
+        // The import of a first-generation database is not built yet: the
+        // offer is made, and the program starts empty either way.
+        platform::runAlert(localised("Import Quorvel Database"),
+                           localised("An earlier version of Quorvel (v1.x) has been found. Do you want to import the data?"),
+                           localised("OK"), localised("Cancel"));
+    }
+}
+
+bool Quorvel::windowShouldClose()
+{
+    Q_EMIT terminateRequested();
+    return false;
+}
+
+bool Quorvel::applicationShouldTerminate()
+{
+    prefsController->OKButton();
+    writeDatabase(this);
+    return true;
+}
+
+bool Quorvel::applicationOpenFile(const QString &)
+{
+    return true;
+}
+
+DatabaseBundle::ReadResult Quorvel::readDatabase()
+{
+    const DatabaseBundle::ReadResult result = database->readDatabase();
+    for (const DatabaseBundle::Failure &failure : result.failures)
+        platform::runAlert(localised("A database file could not be read"),
+                           failure.message() + QLatin1Char('\n')
+                               + localised("It is kept as it is and set aside before it is next saved."),
+                           localised("OK"));
+    return result;
+}
+
+bool Quorvel::writeDatabase(const QObject *sender)
+{
+    if (sender == this)
+        return database->writeDatabase();
+    if (sender == contactManager.get())
+        return database->writeDatabase(DatabaseBundle::Contacts);
+    if (sender == orderManager.get())
+        return database->writeDatabase(DatabaseBundle::Orders);
+    if (sender == itemManager.get())
+        return database->writeDatabase(DatabaseBundle::Items);
+    if (sender == bomManager.get())
+        return database->writeDatabase(DatabaseBundle::Materials);
+    if (sender == billManager.get())
+        return database->writeDatabase(DatabaseBundle::Bills);
+    if (sender == actionManager.get())
+        return database->writeDatabase(DatabaseBundle::Actions);
+    return false;  // any other sender (the checkout) writes nothing
+}
+
+TableDataSource *Quorvel::determineFrontDataSource() const
+{
+    if (Window::keyWindow() != mainWindow)
+        return nullptr;
+    const QString tab = mainTabView->selectedIdentifier();
+    if (tab == QLatin1String("1"))
+        return contactManager.get();
+    if (tab == QLatin1String("2"))
+        return orderManager.get();
+    if (tab == QLatin1String("3"))
+        return itemManager.get();
+    if (tab == QLatin1String("pro"))
+        return actionManager.get();
+    if (tab == QLatin1String("pro2"))
+        return accountsTabView->selectedIdentifier() == QLatin1String("1") ? billManager.get() : nullptr;
+    if (tab == QLatin1String("pro3"))
+        return reportManager.get();
+    return nullptr;
+}
+
+Outlet *Quorvel::determineFrontView() const
+{
+    Window *key = Window::keyWindow();
+    if (key != mainWindow)
+        return key ? key->firstResponder() : nullptr;
+    const QString tab = mainTabView->selectedIdentifier();
+    if (tab == QLatin1String("1"))
+        return contactManager->getCompanyOutline();
+    if (tab == QLatin1String("2"))
+        return orderManager->getTableView();
+    if (tab == QLatin1String("3"))
+        return itemManager->getTableView();
+    if (tab == QLatin1String("pro"))
+        return actionManager->getTableView();
+    if (tab == QLatin1String("pro2")) {
+        const QString sub = accountsTabView->selectedIdentifier();
+        if (sub == QLatin1String("1"))
+            return billManager->getTableView();
+        if (sub == QLatin1String("2"))
+            return billManager->getInTableView();
+        if (sub == QLatin1String("3"))
+            return billManager->getSttTableView();
+        return nullptr;
+    }
+    if (tab == QLatin1String("pro3")) {
+        platform::log(QStringLiteral("*** is reports"));
+        return reportManager->table;
+    }
+    return nullptr;
+}
+
+void Quorvel::deleteMenuItem()
+{
+    const Outlet *focused = mainWindow->firstResponder();
+    if (!focused)
+        return;
+    // Every manager whose table has focus, in this order.
+    if (focused == orderManager->getTableView())
+        orderManager->deleteKey();
+    if (focused == contactManager->getCompanyOutline())
+        contactManager->deleteKey();
+    if (focused == actionManager->getTableView())
+        actionManager->deleteKey();
+    if (focused == itemManager->getTableView())
+        itemManager->deleteKey();
+    if (focused == billManager->getTableView())
+        billManager->deleteKey();
+}
+
+void Quorvel::editMenuItem()
+{
+    const Outlet *focused = mainWindow->firstResponder();
+    if (!focused)
+        return;
+    if (focused == orderManager->getTableView())
+        orderManager->edit();
+    if (focused == contactManager->getCompanyOutline())
+        contactManager->edit();
+    if (focused == actionManager->getTableView())
+        actionManager->edit();
+    if (focused == itemManager->getTableView())
+        itemManager->edit();
+    if (focused == billManager->getTableView())
+        billManager->edit();
+}
+
+void Quorvel::checkout()
+{
+    Order *order = nullptr;
+    if (mainWindow->firstResponder() == orderManager->getTableView())
+        order = static_cast<Order *>(orderManager->getSelectedItem());
+    checkoutManager->edit(order);
+}
+
+void Quorvel::bringOrdersToFront()
+{
+    mainTabView->selectTabViewItemWithIdentifier(QStringLiteral("2"));
+    mainWindow->makeKeyAndOrderFront();
+}
+
+namespace {
+
+struct ExportSource {
+    const TableView *table = nullptr;
+    const TableDataSource *dataSource = nullptr;
+};
+
+ExportSource exportSource(const Outlet *view)
+{
+    ExportSource source;
+    source.table = qobject_cast<const TableView *>(view);
+    if (source.table)
+        source.dataSource = source.table->dataSource();
+    if (!source.dataSource)
+        platform::log(QStringLiteral("kdds is nil"));
+    return source;
+}
+
+bool writeExport(const QString &path, const QByteArray &bytes)
+{
+    return platform::plist::writeFileAtomically(path, bytes);
+}
+
+}  // namespace
+
+bool Quorvel::exportCSVMenuItem()
+{
+    const ExportSource source = exportSource(determineFrontView());
+    const QString text = source.dataSource && source.table ? source.dataSource->getDataAsCSVusingTableView(*source.table)
+                                                           : QString();
+    const std::optional<QString> path = platform::runSavePanel(QStringLiteral("csv"), localised("Export as CSV..."));
+    if (!path)
+        return false;
+    if (!writeExport(*path, encodeCsvExport(text))) {
+        platform::log(QStringLiteral("Unsuccessful exporting data to %1 \nerror:%2").arg(*path, QString()));
+        return false;
+    }
+    return true;
+}
+
+bool Quorvel::exportHTMLMenuItem()
+{
+    const ExportSource source = exportSource(determineFrontView());
+    const QString fragment = source.dataSource && source.table
+                                 ? source.dataSource->getDataAsHTMLusingTableView(*source.table)
+                                 : QString();
+    const QString page = wrapHtmlExport(fragment);
+    const std::optional<QString> path = platform::runSavePanel(QStringLiteral("html"), localised("Export as HTML..."));
+    if (!path)
+        return false;
+    if (!writeExport(*path, encodeHtmlExport(page))) {
+        platform::log(QStringLiteral("Unsuccessful exporting data to %1\n").arg(*path));
+        return false;
+    }
+    return true;
+}
+
+void Quorvel::printMenuItem()
+{
+    if (Outlet *view = determineFrontView())
+        view->print();
+}
+
+void Quorvel::help()
+{
+    // The help pages travel with the program; the browser is given a copy
+    // of them in the cache folder.
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::CacheLocation)
+                           + QStringLiteral("/Quorvel/help");
+    QDir().mkpath(folder);
+    const QString page = folder + QStringLiteral("/index.html");
+    QFile source(QStringLiteral(":/core/help/index.html"));
+    if (source.open(QIODevice::ReadOnly))
+        writeExport(page, source.readAll());
+    platform::openFile(page);
+    Q_EMIT helpRequested();
+}
+
+void Quorvel::editContactForCurrentOrder()
+{
+    const auto *order = static_cast<Order *>(orderManager->getItemById(getCurrentOrder()));
+    if (order && order->getContact())
+        contactManager->editThisContact(order->getContact());
+}
+
+QStringList Quorvel::toolbarAllowedItemIdentifiers(const QString &toolbar) const
+{
+    if (toolbar != toolbarIdentifier())
+        return {};
+    QStringList identifiers{printItem, deleteItem, editItem, companyItem, contactItem, orderItem, itemItem, padItem};
+    if (hasTime())
+        identifiers.insert(6, todoItem);
+    if (hasAccounts())
+        identifiers.insert(6, billItem);
+    if (hasData())
+        identifiers << htmlItem << csvItem;
+    identifiers << checkoutItem << prefsItem << helpItem;
+    return identifiers;
+}
+
+QStringList Quorvel::toolbarDefaultItemIdentifiers(const QString &toolbar) const
+{
+    return toolbarAllowedItemIdentifiers(toolbar);
+}
+
+ToolbarItem Quorvel::toolbarItemForItemIdentifier(const QString &identifier) const
+{
+    struct Entry {
+        QString identifier;
+        const char *image;
+        const char *missing;  // the line printed when the image is missing
+        std::function<QString()> label;
+        std::function<void()> action;
+    };
+    Quorvel *self = const_cast<Quorvel *>(this);
+    const std::vector<Entry> table{
+        {contactItem, "contact", "Image contact not found.", [] { return localised("New Contact"); },
+         [self] { self->contactManager->create(); }},
+        {companyItem, "company", "Image company not found.", [] { return localised("New Company"); },
+         [self] { self->companyEditor->create(); }},
+        {printItem, "print", "Image print not found.", [] { return localised("Print"); },
+         [self] { self->printMenuItem(); }},
+        {orderItem, "new", "Image new not found.",
+         [self] { return QStringLiteral("New ") + self->prefsController->getTermOrder(); },
+         [self] { self->orderManager->create(); }},
+        {itemItem, "item", "Image item not found.",
+         [self] { return QStringLiteral("New ") + self->prefsController->getTermItem(); },
+         [self] { self->itemManager->create(); }},
+        {deleteItem, "delete", "Image delete not found.", [] { return QStringLiteral("Delete"); },
+         [self] { self->deleteMenuItem(); }},
+        {editItem, "edit", "Image Edit not found.", [] { return QStringLiteral("Edit"); },
+         [self] { self->editMenuItem(); }},
+        {todoItem, "eggtimer", "Image todo not found.", [] { return localised("New Task"); },
+         [self] { self->actionManager->create(); }},
+        {htmlItem, "html", "Image html not found.", [] { return localised("To HTML"); },
+         [self] { self->exportHTMLMenuItem(); }},
+        {csvItem, "csv", "Image csv not found.", [] { return localised("To Spreadsheet"); },
+         [self] { self->exportCSVMenuItem(); }},
+        {prefsItem, "cog", "Image cog not found.", [] { return localised("Preferences"); },
+         [self] { self->prefsController->openWindow(); }},
+        {billItem, "envelope", "Image envelope not found.", [] { return localised("New Invoice"); },
+         [self] { self->billManager->create(); }},
+        {padItem, "pad", "Image pad not found.", [] { return localised("Notepad"); },
+         [self] { self->notePad->makeKeyAndOrderFront(); }},
+        {checkoutItem, "checkout", "Image checkout not found.", [] { return localised("Checkout"); },
+         [self] { self->checkout(); }},
+        {helpItem, "help", "Image help not found.", [] { return localised("Help"); }, [self] { self->help(); }},
+    };
+
+    ToolbarItem item;
+    item.identifier = identifier;
+    for (const Entry &entry : table) {
+        if (entry.identifier != identifier)
+            continue;
+        const QString image = QString::fromLatin1(entry.image);
+        if (!imageExists || !imageExists(image)) {
+            if (standardOutput)
+                standardOutput(QString::fromLatin1(entry.missing));
+            return item;
+        }
+        item.image = image;
+        item.label = entry.label();
+        item.action = entry.action;
+        return item;
+    }
+    return item;  // an identifier outside the table: nothing set
+}
+
+Contact *Quorvel::getContactbyId(const QString &id) const
+{
+    return contactManager->getContactbyId(id);
+}
+
+QString Quorvel::getContactNameforId(const QString &id) const
+{
+    if (id == QLatin1String("0"))
+        return QStringLiteral("");
+    const Contact *contact = contactManager->getContactbyId(id);
+    return contact ? contact->getName() : QString();
+}
+
+QString Quorvel::getContactIdForName(const QString &name) const
+{
+    const Contact *contact = contactManager->getContactbyName(name);
+    return QString::number(contact ? contact->getID() : 0);
+}
+
+int Quorvel::getContactIdForOrder(int orderId) const
+{
+    const auto *order = static_cast<const Order *>(orderManager->getItemById(orderId));
+    return order && order->getContact() ? order->getContact()->getID() : 0;
+}
+
+QString Quorvel::getCurrentContactIdAsString() const
+{
+    const Contact *contact = contactManager->getCurrentItem();
+    return contact ? QString::number(contact->getID()) : QStringLiteral("-1");
+}
+
+Item *Quorvel::getProductbyId(int id) const
+{
+    return static_cast<Item *>(itemManager->getItemById(id));
+}
+
+int Quorvel::getCurrentOrder() const
+{
+    return bomManager->getCurrentOrder();
+}
+
+void Quorvel::setCurrentOrder(int orderId)
+{
+    bomManager->setCurrentOrder(orderId);
+    bomManager->reloadData();
+}
+
+void Quorvel::connectContact(Contact *contact, int orderId)
+{
+    orderManager->connectContact(contact, orderId);
+    orderManager->updateContactFields();
+    checkoutManager->updateContactFields();
+}
+
+bool Quorvel::hasTime() const
+{
+    return prefsController->hasTime();
+}
+
+bool Quorvel::hasData() const
+{
+    return prefsController->hasData();
+}
+
+bool Quorvel::hasAccounts() const
+{
+    return prefsController->hasAccounts();
+}
+
+void Quorvel::requestOrderManagerResign()
+{
+    orderManager->requestResign(this);
+}
+
+void Quorvel::requestCheckoutManagerResign()
+{
+    checkoutManager->requestResign(this);
+}

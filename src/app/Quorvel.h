@@ -1,0 +1,154 @@
+#pragma once
+// The application controller: owns one instance of every manager, starts
+// the program (preferences, date formatter, toolbar, report chooser,
+// database), routes the global menu commands (delete, edit, export, print,
+// checkout) to the table the user is looking at, answers the managers'
+// cross-collection lookups, and saves everything at quit.
+//
+// It holds no widget: the main window, the notepad and the tab views are
+// outlets that the widget layer binds.
+#include "app/ToolbarItem.h"
+#include "platform/outlets/TabView.h"
+#include "platform/outlets/Window.h"
+#include "store/DatabaseBundle.h"
+
+#include <QObject>
+#include <QString>
+#include <QStringList>
+#include <functional>
+#include <memory>
+
+class ActionManager;
+class BillManager;
+class BOMManager;
+class CheckoutManager;
+class CompanyEditor;
+class Contact;
+class ContactManager;
+class Item;
+class ItemManager;
+class OrderManager;
+class Picker;
+class PrefsController;
+class ReportManager;
+class SupplierDataSource;
+class TableDataSource;
+class kdDataSource;
+class kdDateFormatter;
+
+class Quorvel : public QObject
+{
+    Q_OBJECT
+public:
+    explicit Quorvel(QObject *parent = nullptr);
+    ~Quorvel() override;
+
+    static QString toolbarIdentifier() { return QStringLiteral("quorvelLiteMainToolBar"); }
+
+    // Start-up, in order: preferences, date formatter, toolbar, report
+    // chooser, database (each list filtered after its file).
+    void awakeFromNib();
+    // Closing the main window quits: answers false (the window itself does
+    // not close) after asking the application to terminate.
+    bool windowShouldClose();
+    // Stores the preferences and the notepad, then writes all six files.
+    // Answers true: the program may end now.
+    bool applicationShouldTerminate();
+    void applicationWillTerminate() {}
+    // Documents given to the program are accepted and ignored.
+    bool applicationOpenFile(const QString &path);
+
+    DatabaseBundle::ReadResult readDatabase();
+    // Writes the file of the manager that sends it, all six when the
+    // controller itself sends it, nothing for any other sender.
+    bool writeDatabase(const QObject *sender);
+    // Accepted and ignored: a deletion reaches the disk with the next write.
+    void setChangeFlag() {}
+    DatabaseBundle &getDatabase() { return *database; }
+
+    // Routing.
+    TableDataSource *determineFrontDataSource() const;
+    Outlet *determineFrontView() const;
+    void deleteMenuItem();
+    void editMenuItem();
+    void checkout();
+    void bringOrdersToFront();
+    // Export of the front view's table. With no file name chosen nothing is
+    // written; a failed write is logged. Answer whether a file was written.
+    bool exportCSVMenuItem();
+    bool exportHTMLMenuItem();
+    void printMenuItem();
+    void help();
+    void editContactForCurrentOrder();
+
+    // Toolbar (the controller is its delegate).
+    QStringList toolbarAllowedItemIdentifiers(const QString &toolbar) const;
+    QStringList toolbarDefaultItemIdentifiers(const QString &toolbar) const;
+    ToolbarItem toolbarItemForItemIdentifier(const QString &identifier) const;
+    void customiseToolbar() {}
+    // Whether the program has an image of that name (the toolbar's images);
+    // tests may replace it.
+    std::function<bool(const QString &name)> imageExists;
+    // Where the toolbar's "Image ... not found." lines go (standard output
+    // unless replaced).
+    std::function<void(const QString &text)> standardOutput;
+
+    // Lookups and accessors used by the managers.
+    ContactManager *getContactManager() const { return contactManager.get(); }
+    ActionManager *getActionManager() const { return actionManager.get(); }
+    BillManager *getBillManager() const { return billManager.get(); }
+    BOMManager *getBOMManager() const { return bomManager.get(); }
+    ItemManager *getItemManager() const { return itemManager.get(); }
+    OrderManager *getOrderManager() const { return orderManager.get(); }
+    CheckoutManager *getCheckoutManager() const { return checkoutManager.get(); }
+    SupplierDataSource *getSupplierDataSource() const { return supplierDataSource.get(); }
+    ReportManager *getReportManager() const { return reportManager.get(); }
+    CompanyEditor *getCompanyEditor() const { return companyEditor.get(); }
+    Picker *getPicker() const { return picker.get(); }
+    PrefsController *getPrefsController() const { return prefsController.get(); }
+    kdDateFormatter *getDateFormatter() const { return dateFormatter.get(); }
+
+    Contact *getContactbyId(const QString &id) const;
+    QString getContactNameforId(const QString &id) const;
+    QString getContactIdForName(const QString &name) const;
+    int getContactIdForOrder(int orderId) const;
+    QString getCurrentContactIdAsString() const;
+    Item *getProductbyId(int id) const;
+    int getCurrentOrder() const;
+    void setCurrentOrder(int orderId);
+    void connectContact(Contact *contact, int orderId);
+    bool hasTime() const;
+    bool hasData() const;
+    bool hasAccounts() const;
+    void requestOrderManagerResign();
+    void requestCheckoutManagerResign();
+
+    // Outlets of the main window and the notepad.
+    Window *mainWindow;
+    Window *notePad;
+    TabView *mainTabView;
+    TabView *accountsTabView;
+
+Q_SIGNALS:
+    // Asks the application to end (the widget layer quits the event loop
+    // after applicationShouldTerminate()).
+    void terminateRequested();
+    // Asks the platform to open a help page.
+    void helpRequested();
+
+private:
+    std::unique_ptr<PrefsController> prefsController;
+    std::unique_ptr<ContactManager> contactManager;
+    std::unique_ptr<OrderManager> orderManager;
+    std::unique_ptr<ItemManager> itemManager;
+    std::unique_ptr<BOMManager> bomManager;
+    std::unique_ptr<ActionManager> actionManager;
+    std::unique_ptr<BillManager> billManager;
+    std::unique_ptr<ReportManager> reportManager;
+    std::unique_ptr<CheckoutManager> checkoutManager;
+    std::unique_ptr<SupplierDataSource> supplierDataSource;
+    std::unique_ptr<CompanyEditor> companyEditor;
+    std::unique_ptr<Picker> picker;
+    std::unique_ptr<kdDateFormatter> dateFormatter;
+    std::unique_ptr<DatabaseBundle> database;
+};

@@ -1,0 +1,3 @@
+#include "contacts/CompanyEditor.h"
+
+CompanyEditor::CompanyEditor(Quorvel *controller, QObject *parent) : QObject(parent), quorvel(controller) {}

@@ -1,0 +1,31 @@
+#pragma once
+// The orders list and the order editor. The list paints each row in the
+// colour of its status.
+#include "app/ListManager.h"
+
+class Contact;
+class Order;
+
+class OrderManager : public ListManager
+{
+    Q_OBJECT
+public:
+    explicit OrderManager(Quorvel *controller, QObject *parent = nullptr);
+
+    // The order open in the editor, none when none.
+    Order *getCurrentItem() const { return currentItem; }
+    // Gives the order with that id in this collection the contact.
+    virtual void connectContact(Contact *contact, int orderId);
+    // Copies the linked contact's details into the editor.
+    virtual void updateContactFields() {}
+    // Another editor came to the front: an open editor finishes.
+    virtual void requestResign(const QObject *sender);
+
+    // The colour of the row's status ("QuorvelFlagColours"), none without one.
+    std::optional<RgbaColour> labelColorForRow(int row) const override;
+
+    PopUp *filterPopUp;  // "All" / "Incomplete"
+
+protected:
+    Order *currentItem = nullptr;
+};

@@ -1,13 +1,44 @@
 // The program's entry: the main window over the database in the
 // application-support folder (or the folder given with --data-dir).
+#include "app/Quorvel.h"
+#include "app/widgets/ApplicationWindows.h"
 #include "app/widgets/MainWindow.h"
+#include "app/widgets/PlatformServices.h"
 #include "platform/Paths.h"
+#include "platform/StringTable.h"
 
+#include <QAbstractButton>
 #include <QApplication>
+#include <QCheckBox>
 #include <QCommandLineParser>
+#include <QDialog>
+#include <QElapsedTimer>
+#include <QSettings>
+#include <QTimer>
+#include <cstdio>
+
+namespace {
+
+// A start for a picture of the main window: a welcome panel that a first
+// start would show is answered at once with every module on.
+void answerWelcomePanelAutomatically()
+{
+    QTimer::singleShot(0, [] {
+        auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
+        if (!dialog)
+            return;
+        for (QCheckBox *box : dialog->findChildren<QCheckBox *>())
+            box->setChecked(!box->objectName().contains(QLatin1String("dontShow")));
+        dialog->accept();
+    });
+}
+
+}  // namespace
 
 int main(int argc, char **argv)
 {
+    QElapsedTimer sinceStart;
+    sinceStart.start();
     QApplication app(argc, argv);
     QApplication::setOrganizationName(QStringLiteral("Quorvel"));
     QApplication::setApplicationName(QStringLiteral("Quorvel"));
@@ -18,14 +49,52 @@ int main(int argc, char **argv)
     options.addHelpOption();
     options.addVersionOption();
     const QCommandLineOption dataDir(QStringLiteral("data-dir"),
-                                     QStringLiteral("Use DIR as the application-support folder."),
+                                     QStringLiteral("Use DIR as the application-support folder (the preferences "
+                                                    "are then kept in DIR/Quorvel too)."),
                                      QStringLiteral("DIR"));
+    const QCommandLineOption screenshot(QStringLiteral("screenshot"),
+                                        QStringLiteral("Start, render the main window to the PNG FILE and exit "
+                                                       "without saving."),
+                                        QStringLiteral("FILE"));
+    const QCommandLineOption timing(QStringLiteral("startup-time"),
+                                    QStringLiteral("Print the time to a usable main window on standard error."));
+    const QCommandLineOption tab(QStringLiteral("tab"),
+                                 QStringLiteral("Show the tab with identifier ID (1, 2, 3, pro, pro2, pro3) at start."),
+                                 QStringLiteral("ID"));
+    options.addOption(tab);
     options.addOption(dataDir);
+    options.addOption(screenshot);
+    options.addOption(timing);
     options.process(app);
-    if (options.isSet(dataDir))
+    if (options.isSet(dataDir)) {
         platform::paths::setApplicationSupportDir(options.value(dataDir));
+        const QString settingsDir = platform::paths::quorvelDir() + QStringLiteral("/preferences");
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settingsDir);
+        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, settingsDir);
+    }
 
-    MainWindow window;
-    window.show();
+    platform::installStringTable();
+    platformServices::install();
+
+    Quorvel quorvel;
+    ApplicationWindows windows(quorvel);
+    if (options.isSet(screenshot))
+        answerWelcomePanelAutomatically();
+    windows.start();
+    if (options.isSet(tab))
+        quorvel.mainTabView->selectTabViewItemWithIdentifier(options.value(tab));
+
+    if (options.isSet(timing) || options.isSet(screenshot)) {
+        QApplication::processEvents();
+        if (options.isSet(timing))
+            std::fprintf(stderr, "quorvel: usable main window after %lld ms\n",
+                         static_cast<long long>(sinceStart.elapsed()));
+    }
+    if (options.isSet(screenshot)) {
+        const bool saved = windows.mainWindow()->grab().save(options.value(screenshot), "PNG");
+        if (!saved)
+            std::fprintf(stderr, "quorvel: cannot write %s\n", qPrintable(options.value(screenshot)));
+        return saved ? 0 : 1;
+    }
     return app.exec();
 }

@@ -21,6 +21,12 @@ public:
     // Another editor came to the front: an open editor finishes.
     virtual void requestResign(const QObject *sender);
 
+    // Search text and the "All"/"Incomplete" pop-up; an order whose
+    // contact matches the search is shown whatever the pop-up says.
+    void filter() override;
+    // Dates sort as dates, everything else as text.
+    void didClickTableColumn(const QString &columnId, bool ascending) override;
+
     // The colour of the row's status ("QuorvelFlagColours"), none without one.
     std::optional<RgbaColour> labelColorForRow(int row) const override;
 

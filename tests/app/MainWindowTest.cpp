@@ -1,5 +1,6 @@
 #include "TestMain.h"
 
+#include "app/Quorvel.h"
 #include "app/widgets/MainWindow.h"
 
 #include <QSettings>
@@ -25,7 +26,8 @@ private Q_SLOTS:
     {
         QFETCH(QString, identifier);
         QFETCH(int, index);
-        MainWindow window;
+        Quorvel quorvel;
+        MainWindow window(quorvel);
         QCOMPARE(window.tabs()->count(), 6);
         QCOMPARE(window.tabWithIdentifier(identifier), window.tabs()->widget(index));
         QCOMPARE(MainWindow::identifierOf(window.tabs()->widget(index)), identifier);
@@ -33,7 +35,8 @@ private Q_SLOTS:
 
     void shouldHoldTheThreeAccountsSubTabs()
     {
-        MainWindow window;
+        Quorvel quorvel;
+        MainWindow window(quorvel);
         auto *accounts = window.tabWithIdentifier(QStringLiteral("pro2"))->findChild<QTabWidget *>(QStringLiteral("accountsTabView"));
         QVERIFY(accounts);
         QStringList identifiers;
@@ -44,14 +47,15 @@ private Q_SLOTS:
 
     void shouldRememberItsSizeAndPlace()
     {
+        Quorvel quorvel;
         {
-            MainWindow window;
+            MainWindow window(quorvel);
             window.show();
             window.setGeometry(40, 50, 640, 420);
             QVERIFY(QTest::qWaitForWindowExposed(&window));
-            window.close();
+            window.hide();
         }
-        MainWindow again;
+        MainWindow again(quorvel);
         QCOMPARE(again.size(), QSize(640, 420));
     }
 };

@@ -1,0 +1,129 @@
+// Start-up of the whole program over a database, to a usable main window,
+// and the feel of the orders list: a search typed a keystroke at a time and
+// scrolling through the list, each followed by a repaint of the window.
+//
+//   bench_startup SUPPORT_DIR [RUNS]
+//
+// SUPPORT_DIR holds Quorvel/quorveldatabase.qvldb. Nothing is written into
+// it: the program is started over a temporary folder whose bundle is a
+// symbolic link to the real one, with its preferences in the temporary
+// folder too, and it is never quit (quitting saves).
+#include "app/PrefsController.h"
+#include "app/Quorvel.h"
+#include "app/widgets/ApplicationWindows.h"
+#include "app/widgets/MainWindow.h"
+#include "orders/OrderManager.h"
+#include "platform/Alerts.h"
+#include "platform/Paths.h"
+#include "platform/StringTable.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QLineEdit>
+#include <QScrollBar>
+#include <QSettings>
+#include <QTableView>
+#include <QTemporaryDir>
+#include <algorithm>
+#include <cstdio>
+#include <vector>
+
+namespace {
+
+double median(std::vector<double> values)
+{
+    std::sort(values.begin(), values.end());
+    return values.empty() ? 0 : values[values.size() / 2];
+}
+
+void repaint(QWidget *window)
+{
+    window->repaint();
+    QApplication::processEvents();
+}
+
+}  // namespace
+
+int main(int argc, char **argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    if (argc < 2) {
+        std::fprintf(stderr, "usage: %s SUPPORT_DIR [RUNS]\n", argv[0]);
+        return 2;
+    }
+    const QString source = QDir(QString::fromLocal8Bit(argv[1])).absoluteFilePath(
+        QStringLiteral("Quorvel/quorveldatabase.qvldb"));
+    const int runs = argc > 2 ? std::max(1, atoi(argv[2])) : 3;
+    if (!QFileInfo(source).isDir()) {
+        std::fprintf(stderr, "%s: no database at %s\n", argv[0], qPrintable(source));
+        return 1;
+    }
+
+    QTemporaryDir temporary;
+    QDir().mkpath(temporary.path() + QStringLiteral("/Quorvel"));
+    QFile::link(source, temporary.path() + QStringLiteral("/Quorvel/quorveldatabase.qvldb"));
+    platform::paths::setApplicationSupportDir(temporary.path());
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, temporary.path() + QStringLiteral("/prefs"));
+    QSettings(PrefsController::settingsName(), PrefsController::settingsName())
+        .setValue(QStringLiteral("QuorvelWelcome"), QStringLiteral("YES"));
+    platform::setAlertHandler([](const platform::Alert &) { return 1; });
+    platform::installStringTable(QStringLiteral("en"));
+
+    std::vector<double> startMs, keystrokeMs, filterMs, scrollMs;
+    int orders = 0;
+    for (int run = 0; run < runs; ++run) {
+        QElapsedTimer timer;
+        timer.start();
+        Quorvel quorvel;
+        ApplicationWindows windows(quorvel);
+        windows.start();
+        MainWindow *window = windows.mainWindow();
+        window->show();
+        quorvel.mainTabView->selectTabViewItemWithIdentifier(QStringLiteral("2"));
+        repaint(window);
+        startMs.push_back(timer.nsecsElapsed() / 1e6);
+        orders = quorvel.getOrderManager()->getCount();
+
+        // A search typed a keystroke at a time, then erased.
+        auto *search = window->findChild<QLineEdit *>(QStringLiteral("orderSearchField"));
+        const QString typed = QStringLiteral("INV00123");
+        for (int i = 1; i <= typed.size(); ++i) {
+            timer.restart();
+            search->setText(typed.left(i));
+            Q_EMIT search->textEdited(search->text());
+            repaint(window);
+            keystrokeMs.push_back(timer.nsecsElapsed() / 1e6);
+        }
+        // The same search run by the list alone, without the window's repaint.
+        for (int i = 1; i <= typed.size(); ++i) {
+            quorvel.getOrderManager()->searchField->setStringValue(typed.left(i));
+            timer.restart();
+            quorvel.getOrderManager()->filter();
+            filterMs.push_back(timer.nsecsElapsed() / 1e6);
+        }
+        search->clear();
+        Q_EMIT search->textEdited(QString());
+        repaint(window);
+
+        // Scrolling through the whole list in twenty steps.
+        auto *table = window->findChild<QTableView *>(QStringLiteral("orderTableView"));
+        QScrollBar *bar = table->verticalScrollBar();
+        for (int step = 1; step <= 20; ++step) {
+            timer.restart();
+            bar->setValue(bar->maximum() * step / 20);
+            repaint(window);
+            scrollMs.push_back(timer.nsecsElapsed() / 1e6);
+        }
+    }
+    std::printf("orders in the database      %d\n", orders);
+    std::printf("start to a usable window    %.0f ms (median of %d)\n", median(startMs), runs);
+    std::printf("search keystroke + repaint  %.1f ms median, %.1f ms worst\n", median(keystrokeMs),
+                *std::max_element(keystrokeMs.begin(), keystrokeMs.end()));
+    std::printf("  of which the list filter  %.1f ms median\n", median(filterMs));
+    std::printf("scroll step + repaint       %.1f ms median, %.1f ms worst\n", median(scrollMs),
+                *std::max_element(scrollMs.begin(), scrollMs.end()));
+    return 0;
+}

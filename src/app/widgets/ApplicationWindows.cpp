@@ -1,0 +1,42 @@
+#include "app/widgets/ApplicationWindows.h"
+
+#include "app/PrefsController.h"
+#include "app/Quorvel.h"
+#include "app/widgets/MainWindow.h"
+#include "app/widgets/NotepadWindow.h"
+#include "app/widgets/PickerWindow.h"
+#include "app/widgets/PrefsWindow.h"
+#include "app/widgets/WelcomePanel.h"
+
+#include <QCoreApplication>
+
+ApplicationWindows::ApplicationWindows(Quorvel &controller, QObject *parent) : QObject(parent), quorvel(controller)
+{
+    main = std::make_unique<MainWindow>(quorvel);
+    PrefsController *preferences = quorvel.getPrefsController();
+    notepad = std::make_unique<NotepadWindow>(quorvel.notePad, preferences->notepadView, nullptr);
+    prefs = std::make_unique<PrefsWindow>(*preferences, nullptr);
+    welcome = std::make_unique<WelcomePanel>(*preferences, nullptr);
+    picker = std::make_unique<PickerWindow>(*quorvel.getPicker(), nullptr);
+    connect(&quorvel, &Quorvel::terminateRequested, this, &ApplicationWindows::terminate);
+}
+
+ApplicationWindows::~ApplicationWindows() = default;
+
+void ApplicationWindows::start()
+{
+    quorvel.awakeFromNib();
+    main->rebuildToolBar();
+    quorvel.mainWindow->makeKeyAndOrderFront();
+}
+
+void ApplicationWindows::terminate()
+{
+    if (terminated)
+        return;
+    if (!quorvel.applicationShouldTerminate())
+        return;
+    terminated = true;
+    quorvel.applicationWillTerminate();
+    QCoreApplication::quit();
+}

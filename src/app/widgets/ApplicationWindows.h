@@ -1,0 +1,44 @@
+#pragma once
+// The program's windows over one controller: the main window, the notepad,
+// the preferences, the welcome panel and the picker, bound to the
+// controller's outlets. `start()` runs the controller's start-up with the
+// windows in place and shows the main window; a request to quit saves
+// everything (the controller's applicationShouldTerminate) and ends the
+// event loop.
+#include <QObject>
+#include <memory>
+
+class MainWindow;
+class NotepadWindow;
+class PickerWindow;
+class PrefsWindow;
+class Quorvel;
+class WelcomePanel;
+
+class ApplicationWindows : public QObject
+{
+    Q_OBJECT
+public:
+    explicit ApplicationWindows(Quorvel &controller, QObject *parent = nullptr);
+    ~ApplicationWindows() override;
+
+    void start();
+    // Saves everything and quits the event loop (once).
+    void terminate();
+    bool hasTerminated() const { return terminated; }
+
+    MainWindow *mainWindow() const { return main.get(); }
+    NotepadWindow *notepadWindow() const { return notepad.get(); }
+    PrefsWindow *prefsWindow() const { return prefs.get(); }
+    WelcomePanel *welcomePanel() const { return welcome.get(); }
+    PickerWindow *pickerWindow() const { return picker.get(); }
+
+private:
+    Quorvel &quorvel;
+    std::unique_ptr<MainWindow> main;
+    std::unique_ptr<NotepadWindow> notepad;
+    std::unique_ptr<PrefsWindow> prefs;
+    std::unique_ptr<WelcomePanel> welcome;
+    std::unique_ptr<PickerWindow> picker;
+    bool terminated = false;
+};

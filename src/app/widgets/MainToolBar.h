@@ -1,0 +1,41 @@
+#pragma once
+// The main window's toolbar ("quorvelLiteMainToolBar"): one button per item
+// that the controller lists, with the program's own icons and the text under
+// the icon. The user cannot move, float or customise it. rebuild() asks the
+// controller again, so a change of the optional modules shows after it.
+#include "app/ToolbarItem.h"
+
+#include <QIcon>
+#include <QStringList>
+#include <QToolBar>
+#include <functional>
+
+class Quorvel;
+
+class MainToolBar : public QToolBar
+{
+    Q_OBJECT
+public:
+    using IdentifierList = std::function<QStringList()>;
+    using ItemLookup = std::function<ToolbarItem(const QString &identifier)>;
+
+    // Built from the controller's toolbar delegate.
+    explicit MainToolBar(Quorvel &controller, QWidget *parent = nullptr);
+    // Built from any source of items: the identifiers in order, and the item
+    // for one identifier.
+    MainToolBar(IdentifierList identifiers, ItemLookup itemFor, QWidget *parent = nullptr);
+
+    // The icon of a toolbar image name (":/core/icons/NAME.svg"); a null icon
+    // when the program has no such image.
+    static QIcon iconNamed(const QString &image);
+
+    // Clears the toolbar and adds one action per item, in the controller's
+    // order: objectName the identifier, text the label, the item's icon, and
+    // triggering runs the item's action. An item without an image is a
+    // disabled action with no text.
+    void rebuild();
+
+private:
+    IdentifierList identifiers;
+    ItemLookup itemFor;
+};

@@ -1,0 +1,79 @@
+#include "app/widgets/PlatformServices.h"
+
+#include "platform/Alerts.h"
+#include "platform/FilePanels.h"
+#include "platform/Localised.h"
+#include "platform/Workspace.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QDesktopServices>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QUrl>
+
+namespace platformServices {
+
+namespace {
+
+int showAlert(const platform::Alert &alert)
+{
+    QMessageBox box(QApplication::activeWindow());
+    box.setWindowTitle(QStringLiteral("Quorvel"));
+    box.setText(alert.message);
+    box.setInformativeText(alert.informativeText);
+    box.setIcon(QMessageBox::Information);
+    const QString defaultTitle = alert.defaultButton.isEmpty() ? platform::localised("OK") : alert.defaultButton;
+    QPushButton *defaultButton = box.addButton(defaultTitle, QMessageBox::AcceptRole);
+    QPushButton *alternate = alert.alternateButton.isEmpty()
+                                 ? nullptr
+                                 : box.addButton(alert.alternateButton, QMessageBox::RejectRole);
+    QPushButton *other = alert.otherButton.isEmpty() ? nullptr
+                                                     : box.addButton(alert.otherButton, QMessageBox::DestructiveRole);
+    box.setDefaultButton(defaultButton);
+    box.setEscapeButton(alternate ? alternate : defaultButton);
+    box.exec();
+    if (alternate && box.clickedButton() == alternate)
+        return 0;
+    if (other && box.clickedButton() == other)
+        return -1;
+    return 1;
+}
+
+std::optional<QString> showFilePanel(const platform::FilePanelRequest &request)
+{
+    QFileDialog dialog(QApplication::activeWindow(), request.title, request.directory);
+    QStringList filters;
+    for (const QString &type : request.fileTypes)
+        filters << QStringLiteral("%1 (*.%2)").arg(type.toUpper(), type);
+    if (!filters.isEmpty())
+        dialog.setNameFilters(filters);
+    if (request.kind == platform::FilePanelRequest::Save) {
+        dialog.setAcceptMode(QFileDialog::AcceptSave);
+        if (!request.fileTypes.isEmpty())
+            dialog.setDefaultSuffix(request.fileTypes.first());
+    } else {
+        dialog.setAcceptMode(QFileDialog::AcceptOpen);
+        dialog.setFileMode(QFileDialog::ExistingFile);
+    }
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return std::nullopt;
+    return dialog.selectedFiles().first();
+}
+
+}  // namespace
+
+void install()
+{
+    platform::setAlertHandler(showAlert);
+    platform::setFilePanelHandler(showFilePanel);
+    platform::WorkspaceHandler workspace;
+    workspace.openUrl = [](const QString &url) { return QDesktopServices::openUrl(QUrl(url)); };
+    workspace.openFile = [](const QString &path) { return QDesktopServices::openUrl(QUrl::fromLocalFile(path)); };
+    workspace.pasteboardString = [] { return QGuiApplication::clipboard()->text(); };
+    workspace.setPasteboardString = [](const QString &text) { QGuiApplication::clipboard()->setText(text); };
+    platform::setWorkspaceHandler(workspace);
+}
+
+}  // namespace platformServices

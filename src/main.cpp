@@ -13,7 +13,6 @@
 #include <QCommandLineParser>
 #include <QDialog>
 #include <QElapsedTimer>
-#include <QSettings>
 #include <QTimer>
 #include <cstdio>
 
@@ -66,12 +65,8 @@ int main(int argc, char **argv)
     options.addOption(screenshot);
     options.addOption(timing);
     options.process(app);
-    if (options.isSet(dataDir)) {
-        platform::paths::setApplicationSupportDir(options.value(dataDir));
-        const QString settingsDir = platform::paths::quorvelDir() + QStringLiteral("/preferences");
-        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settingsDir);
-        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, settingsDir);
-    }
+    if (options.isSet(dataDir))
+        platform::paths::useDataDir(options.value(dataDir));
 
     platform::installStringTable();
     platformServices::install();

@@ -93,7 +93,11 @@ Quorvel::Quorvel(QObject *parent)
     database->setAfterReading([this](DatabaseBundle::File file) {
         switch (file) {
         case DatabaseBundle::Contacts: contactManager->filter(); break;
-        case DatabaseBundle::Orders: orderManager->filter(); break;
+        case DatabaseBundle::Orders:
+            orderManager->filter();
+            if (startRepeatChecker)
+                orderManager->kickOffCheckForOverdueRepeats();
+            break;
         case DatabaseBundle::Items: itemManager->filter(); break;
         case DatabaseBundle::Materials: bomManager->filter(); break;
         case DatabaseBundle::Bills: billManager->filter(); break;
@@ -107,6 +111,8 @@ Quorvel::~Quorvel() = default;
 void Quorvel::awakeFromNib()
 {
     prefsController->readDefaults();
+    orderManager->awakeFromNib();
+    checkoutManager->awakeFromNib();
     dateFormatter = std::make_unique<kdDateFormatter>(this);
     // The toolbar is built by the widget layer from the lists below.
     reportManager->populateFilter();

@@ -65,6 +65,9 @@ public:
     // Accepted and ignored: a deletion reaches the disk with the next write.
     void setChangeFlag() {}
     DatabaseBundle &getDatabase() { return *database; }
+    // Whether reading the orders starts the order manager's repeat checker
+    // (on unless switched off; the command line makes its one pass itself).
+    void setStartRepeatChecker(bool on) { startRepeatChecker = on; }
 
     // Routing.
     TableDataSource *determineFrontDataSource() const;
@@ -151,4 +154,5 @@ private:
     std::unique_ptr<Picker> picker;
     std::unique_ptr<kdDateFormatter> dateFormatter;
     std::unique_ptr<DatabaseBundle> database;
+    bool startRepeatChecker = true;
 };

@@ -1,5 +1,7 @@
 #include "checkout/CheckoutManager.h"
 
+#include "app/Quorvel.h"
+
 CheckoutManager::CheckoutManager(Quorvel *controller, QObject *parent) : OrderManager(controller, parent) {}
 
 void CheckoutManager::edit(Order *order)
@@ -8,4 +10,20 @@ void CheckoutManager::edit(Order *order)
     // asked to show.
     editedOrder = order;
     open = true;
+}
+
+void CheckoutManager::awakeFromNib()
+{
+    fillStatusPopUp();
+}
+
+void CheckoutManager::requestResign(const QObject *)
+{
+    hide();
+}
+
+void CheckoutManager::windowDidBecomeKey()
+{
+    if (quorvel)
+        quorvel->requestOrderManagerResign();
 }

@@ -9,8 +9,15 @@ class CheckoutManager : public OrderManager
 public:
     explicit CheckoutManager(Quorvel *controller, QObject *parent = nullptr);
 
+    // Start-up: the checkout fills its status pop-up only (the order
+    // list's filter is not its business).
+    void awakeFromNib() override;
     // Opens the checkout on that order, or on a new sale when none.
     void edit(Order *order);
+    // The order editor came to the front: the checkout window goes.
+    void requestResign(const QObject *sender) override;
+    // The checkout window became key: the order editor is asked to resign.
+    void windowDidBecomeKey() override;
     Order *getEditedOrder() const { return editedOrder; }
     bool isOpen() const { return open; }
 

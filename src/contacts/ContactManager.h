@@ -24,6 +24,9 @@ public:
     // Opens the editor that suits the contact (person, company or a
     // company's person).
     void editThisContact(Contact *contact);
+    // A new contact for the application's current order, in the contact
+    // editor, linked to that order when it is finished.
+    void createForCurrentOrder();
 
     PopUp *typeFilter;
 

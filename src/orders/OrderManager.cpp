@@ -1,28 +1,443 @@
 #include "orders/OrderManager.h"
 
+#include "app/Picker.h"
 #include "app/PrefsController.h"
 #include "app/Quorvel.h"
 #include "contacts/Contact.h"
+#include "contacts/ContactManager.h"
+#include "items/Item.h"
+#include "items/ItemManager.h"
+#include "orders/BOMManager.h"
 #include "orders/Order.h"
+#include "orders/RepeatChecker.h"
+#include "platform/Alerts.h"
+#include "platform/Clock.h"
+#include "platform/Dates.h"
+#include "platform/FilePanels.h"
 #include "platform/Localised.h"
+#include "platform/Log.h"
+#include "platform/Numbers.h"
+#include "platform/Paths.h"
+#include "platform/Workspace.h"
+#include "tasks/Action.h"
+#include "tasks/ActionManager.h"
 
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <QHash>
 
-OrderManager::OrderManager(Quorvel *controller, QObject *parent)
-    : ListManager(controller, QStringLiteral("orders"), QStringLiteral("Delete Order"), parent),
-      filterPopUp(new PopUp(this))
+using namespace Qt::Literals::StringLiterals;
+using platform::localised;
+
+namespace {
+
+// The form of every last-repeat date, and of the next date of the summary.
+const QString dayFirst = u"%d/%m/%y"_s;
+const QString monthFirst = u"%m/%d/%y"_s;
+
+// The format with each conversion (%@, %i, %d, %f, %.2f ...) replaced by the
+// next argument, already written as text, and "%%" by a percent sign.
+QString withArguments(const QString &format, const QStringList &arguments)
 {
-    filterPopUp->addItems({platform::localised("All"), platform::localised("Incomplete")});
-    connect(filterPopUp, &PopUp::activated, this, [this] { filter(); });
+    QString out;
+    out.reserve(format.size() + 32);
+    qsizetype next = 0;
+    for (qsizetype i = 0; i < format.size(); ++i) {
+        if (format.at(i) != u'%' || i + 1 >= format.size()) {
+            out += format.at(i);
+            continue;
+        }
+        if (format.at(i + 1) == u'%') {
+            out += u'%';
+            ++i;
+            continue;
+        }
+        qsizetype end = i + 1;
+        while (end < format.size() && (format.at(end).isDigit() || format.at(end) == u'.'))
+            ++end;
+        if (end < format.size() && QStringView(u"@idf").contains(format.at(end)) && next < arguments.size()) {
+            out += arguments.at(next++);
+            i = end;
+        } else {
+            out += format.at(i);
+        }
+    }
+    return out;
 }
+
+// A float as a field shows it when it is given the number itself: the
+// fewest decimals that still read back as the same float (107.5, 20, -3.25),
+// with "." whatever the locale.
+QString floatText(float number)
+{
+    if (number == 0.0f)
+        return u"0"_s;
+    for (int decimals = 0; decimals <= 9; ++decimals) {
+        const QString text = QString::number(double(number), 'f', decimals);
+        if (float(text.toDouble()) == number)
+            return text;
+    }
+    return QString::number(double(number), 'g', 9);
+}
+
+void setIfPresent(TextField *field, const QString &text)
+{
+    if (field->isConnected())
+        field->setStringValue(text);
+}
+
+// Copies a file, or a folder with everything in it, to `target`, which must
+// not exist yet. Links inside a folder are copied as links, so a link to a
+// folder above cannot make the copy endless. Answers whether all was copied.
+bool copyRecursively(const QString &source, const QString &target)
+{
+    const QFileInfo info(source);
+    if (!info.isDir())
+        return QFile::copy(source, target);
+    if (QFileInfo::exists(target) || !QDir().mkdir(target))
+        return false;
+    bool complete = true;
+    const QFileInfoList entries =
+        QDir(source).entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+    for (const QFileInfo &entry : entries) {
+        const QString destination = target + u'/' + entry.fileName();
+        if (entry.isSymLink())
+            complete = QFile::link(entry.symLinkTarget(), destination) && complete;
+        else
+            complete = copyRecursively(entry.filePath(), destination) && complete;
+    }
+    return complete;
+}
+
+// Whether `path` is `folder` itself or lies inside it.
+bool isWithin(const QString &path, const QString &folder)
+{
+    const QString canonicalFolder = QFileInfo(folder).canonicalFilePath();
+    const QString canonicalPath = QFileInfo(path).canonicalFilePath();
+    if (canonicalFolder.isEmpty() || canonicalPath.isEmpty())
+        return false;
+    return canonicalPath == canonicalFolder || canonicalPath.startsWith(canonicalFolder + u'/');
+}
+
+}  // namespace
+
+OrderManager::OrderManager(Quorvel *controller, QObject *parent)
+    : ListManager(controller, u"orders"_s, u"Delete Order"_s, parent),
+      attachmentButton(new Button(this)),
+      attachmentText(new TextField(this)),
+      balance(new TextField(this)),
+      balancePaid(new TextField(this)),
+      calculateTaxButton(new Button(this)),
+      checkoutCalculateTaxButton(new Button(this)),
+      checkoutTax(new TextField(this)),
+      checkoutTaxAmount(new TextField(this)),
+      contactName(new TextField(this)),
+      contactAdd1(new TextField(this)),
+      contactAdd2(new TextField(this)),
+      contactAdd3(new TextField(this)),
+      contactShortAddress(new TextField(this)),
+      contactPostcode(new TextField(this)),
+      contactPhone(new TextField(this)),
+      contactMobile(new TextField(this)),
+      contactFax(new TextField(this)),
+      contactEmail(new TextField(this)),
+      contactCompany(new TextField(this)),
+      date(new TextField(this)),
+      deposit(new TextField(this)),
+      depositPaid(new TextField(this)),
+      description(new TextView(this)),
+      editContactButton(new Button(this)),
+      editorWindow(new Window(this)),
+      filterPopUp(new PopUp(this)),
+      includeBOM(new CheckBox(this)),
+      orderNumber(new TextField(this)),
+      sent(new CheckBox(this)),
+      shipping(new TextField(this)),
+      status(new PopUp(this)),
+      tax(new TextField(this)),
+      taxAmount(new TextField(this)),
+      title(new TextField(this)),
+      type(new PopUp(this)),
+      value(new TextField(this)),
+      valueWithTax(new TextField(this)),
+      repeatFrequency(new PopUp(this)),
+      repeats(new CheckBox(this)),
+      repeatInformativeTextField(new TextField(this)),
+      whichStationary(new PopUp(this)),
+      paymentMethod(new PopUp(this)),
+      myImageView(new Button(this))
+{
+    // Until start-up (awakeFromNib) the list shows every order, so a
+    // manager that is never started (a headless use) hides nothing.
+    filterPopUp->addItems({localised("All"), localised("Incomplete")});
+    fillStatusPopUp();
+    // Stored in the orders file as they stand, so not translated.
+    paymentMethod->addItems({u"web"_s, u"cash"_s, u"card"_s, u"cheque"_s, u"transfer"_s});
+    repeatFrequency->addItems({u"week"_s, u"month"_s, u"year"_s});
+    type->addItems({u"Enquiry"_s, u"Quote"_s, u"Order"_s, u"Invoice"_s});
+    editContactButton->setEnabled(false);
+    attachmentButton->setEnabled(false);
+    editorWindow->setTitle(localised("Order"));
+
+    connect(filterPopUp, &PopUp::activated, this, [this] { filter(); });
+    connect(calculateTaxButton, &Button::activated, this, [this] { calculateTax(); });
+    connect(attachmentButton, &Button::activated, this, [this] { viewAttachments(); });
+    connect(editContactButton, &Button::activated, this, [this] {
+        if (quorvel)
+            quorvel->editContactForCurrentOrder();
+    });
+    // Enter in a money field works the balance out again.
+    for (TextField *money : {value, taxAmount, shipping, deposit})
+        connect(money, &TextField::activated, this, [this] { calculateBalance(); });
+    // The summary follows the repeat settings as the user changes them.
+    const auto refreshSummary = [this] {
+        if (repeatInformativeTextField->isConnected())
+            setRepeatInformativeText();
+    };
+    connect(repeats, &CheckBox::activated, this, refreshSummary);
+    connect(repeatFrequency, &PopUp::activated, this, refreshSummary);
+    connect(editorWindow, &Window::keyChanged, this, [this](bool isKey) {
+        if (isKey)
+            windowDidBecomeKey();
+    });
+}
+
+OrderManager::~OrderManager() = default;
+
+void OrderManager::fillStatusPopUp()
+{
+    status->removeAllItems();
+    if (quorvel && quorvel->getPrefsController())
+        status->addItems(quorvel->getPrefsController()->getStatusList());
+}
+
+void OrderManager::awakeFromNib()
+{
+    filterPopUp->removeAllItems();
+    filterPopUp->addItems({localised("All"), localised("Incomplete")});
+    filterPopUp->selectItemWithTitle(localised("Incomplete"));
+    // The preferences have been read by now: the user's statuses. The
+    // preferences refill this pop-up when their lists are saved.
+    fillStatusPopUp();
+    if (quorvel && quorvel->getPrefsController()) {
+        PrefsController *prefs = quorvel->getPrefsController();
+        if (!prefs->statusListPopUpButton)
+            prefs->statusListPopUpButton = status;
+        editorWindow->setTitle(prefs->getTermOrder());
+    }
+}
+
+// ---------------------------------------------------------------------------
+// The editor
+
+void OrderManager::addNewOrderTo(kdDataSource &list)
+{
+    if (!creating)
+        return;
+    creating = false;
+    if (newOrder && newOrder.get() == currentItem)
+        list.add(newOrder.release());
+}
+
+void OrderManager::create()
+{
+    if (!quorvel)
+        return;
+    creating = true;
+    newOrder = std::make_unique<Order>();
+    currentItem = newOrder.get();
+    // Ids come from the one order list, also for a sale of the checkout.
+    currentItem->setID(quorvel->getOrderManager()->getNextId());
+    PrefsController *prefs = quorvel->getPrefsController();
+    currentItem->setOrderNum(prefs->getOrderPrefix() + QString::number(currentItem->getID()));
+    currentItem->setDate(u"today"_s);
+    currentItem->setTaxRate(platform::format2(prefs->getGlobalTaxRate()));
+    setItem(currentItem);
+    show();
+}
+
+void OrderManager::edit()
+{
+    creating = false;
+    const int row = table->selectedRow();
+    if (row < 0)
+        return;
+    auto *order = static_cast<Order *>(getnthVisibleItem(row));
+    if (!order)
+        return;
+    currentItem = order;
+    setItem(order);
+    show();
+}
+
+void OrderManager::setItem(Order *order)
+{
+    if (!quorvel)
+        return;
+    PrefsController *prefs = quorvel->getPrefsController();
+
+    // 1. The global rate changed since the order (the one current on entry)
+    // was saved: the user chooses which rate it keeps.
+    if (!creating && currentItem) {
+        const float globalRate = prefs->getGlobalTaxRate();
+        if (globalRate != platform::floatValue(currentItem->getTaxRate())) {
+            const int answer = platform::runAlert(
+                localised("Tax Rate Changed"),
+                localised("The tax rate has changed since this item was last saved. Do you wish to change the tax "
+                          "rate for this item?"),
+                withArguments(localised("Change to %.2f%%"), {platform::format2(globalRate)}),
+                withArguments(localised("Keep %@%%"), {currentItem->getTaxRate()}));
+            if (answer == 1)
+                currentItem->setTaxRate(platform::format2(globalRate));
+        }
+    }
+    if (!order)
+        return;
+    currentItem = order;
+
+    // 2. The order's own fields.
+    balance->setStringValue(order->getBalance());
+    balancePaid->setStringValue(order->getBalancePaid());
+    date->setStringValue(order->getDate());
+    deposit->setStringValue(order->getDeposit());
+    depositPaid->setStringValue(order->getDepositPaid());
+    description->setString(order->getDescription());
+    orderNumber->setStringValue(order->getOrderNum());
+    shipping->setStringValue(order->getShipping());
+
+    // 3. Tax: hidden altogether for an order without a rate.
+    if (platform::floatValue(order->getTaxRate()) == 0.0f) {
+        tax->setStringValue(u""_s);
+        taxAmount->setStringValue(u""_s);
+        taxAmount->setHidden(true);
+        calculateTaxButton->setHidden(true);
+    } else {
+        tax->setStringValue(withArguments(u"%@ @ %@%%"_s, {prefs->getTaxStatement(), order->getTaxRate()}));
+        taxAmount->setStringValue(order->getTax());
+        taxAmount->setHidden(false);
+        calculateTaxButton->setHidden(false);
+    }
+    title->setStringValue(order->getTitle());
+    value->setStringValue(order->getValue());
+
+    // 4. Pop-ups: a status the list does not know is added to it.
+    if (status->indexOfItemWithTitle(order->getStatus()) < 0)
+        status->addItem(order->getStatus());
+    status->selectItemWithTitle(order->getStatus());
+    paymentMethod->selectItemWithTitle(order->getPaymentMethod());
+    if (!order->getRepeatFrequency().isEmpty() && repeatFrequency->isConnected())
+        repeatFrequency->selectItemWithTitle(order->getRepeatFrequency());
+
+    includeBOM->setState(false);
+    sent->setState(false);
+    repeats->setState(false);
+    if (order->getIncludeBOM())
+        includeBOM->setState(true);
+    if (order->getSent())
+        sent->setState(true);
+    if (order->getRepeats())
+        repeats->setState(true);
+
+    // 5. The customer, the bill of materials, the attachments, the summary.
+    updateContactFields();
+    quorvel->setCurrentOrder(order->getID());
+    numberofAttachments = countAttachments(order->getID());
+    setAttachmentStatus();
+    updateIcon();
+    if (repeatInformativeTextField->isConnected())
+        setRepeatInformativeText();
+}
+
+void OrderManager::finish(const QObject *sender)
+{
+    Order *order = currentItem;
+    if (!order)
+        return;
+    order->setBalance(balance->stringValue());
+    order->setBalancePaid(balancePaid->stringValue());
+    order->setDate(date->stringValue());
+    order->setDeposit(deposit->stringValue());
+    order->setDepositPaid(depositPaid->stringValue());
+    order->setDescription(description->string());
+    order->setOrderNum(orderNumber->stringValue());
+    order->setPaymentMethod(paymentMethod->titleOfSelectedItem());
+    order->setShipping(shipping->stringValue());
+    order->setTax(taxAmount->stringValue());
+    order->setTitle(title->stringValue());
+    order->setValue(value->stringValue());
+    // With nothing chosen the pop-up's text is null and the status stays.
+    order->setStatus(status->titleOfSelectedItem());
+
+    // The total includes shipping; the deposit only counts in the balance.
+    float total = value->floatValue() + taxAmount->floatValue();
+    total = total + shipping->floatValue();
+    order->setValueWithTax(platform::format2(total));
+
+    if (repeatFrequency->isConnected()) {
+        const QString frequency = repeatFrequency->titleOfSelectedItem();
+        if (!frequency.isEmpty())
+            order->setRepeatFrequency(frequency);
+    }
+    order->setIncludeBOM(includeBOM->state());
+    order->setSent(sent->state());
+    order->setRepeats(repeats->state());
+    // Repeating from now on: the first copy falls one period after today.
+    if (order->getRepeats() && order->getLastRepeatDate().isEmpty())
+        order->setLastRepeatDate(platform::formatDate(platform::now(), dayFirst));
+
+    if (!sender)
+        return;  // the printing path: the record only
+    if (creating)
+        addNewOrderTo(*this);
+    hide();
+    filter();
+    if (quorvel)
+        quorvel->writeDatabase(this);
+}
+
+void OrderManager::cancel()
+{
+    platform::log(u"Ordermanager cancelling"_s);
+    // A new order was never added: there is nothing to take out of the
+    // list, and the creating flag stays until the next create or edit.
+    if (creating)
+        platform::log(u"Ordermanager creating is yes"_s);
+    hide();
+}
+
+void OrderManager::show()
+{
+    editorWindow->makeKeyAndOrderFront();
+}
+
+void OrderManager::hide()
+{
+    editorWindow->orderOut();
+}
+
+void OrderManager::requestResign(const QObject *)
+{
+    if (editorWindow->isVisible())
+        finish(this);
+}
+
+void OrderManager::windowDidBecomeKey()
+{
+    if (quorvel)
+        quorvel->requestCheckoutManagerResign();
+}
+
+// ---------------------------------------------------------------------------
+// The list
 
 void OrderManager::filter()
 {
     const QString search = searchField->stringValue();
     const QString shown = filterPopUp->titleOfSelectedItem();
-    const QString all = platform::localised("All");
-    const QString incomplete = platform::localised("Incomplete");
-    const QString complete = platform::localised("Complete");
+    const QString all = localised("All");
+    const QString incomplete = localised("Incomplete");
+    const QString complete = localised("Complete");
     // Many orders share a customer: each contact is searched once per pass.
     QHash<const Contact *, bool> contactMatches;
     filterBy([&](const dataObject &record) {
@@ -48,18 +463,417 @@ void OrderManager::didClickTableColumn(const QString &columnId, bool ascending)
     reloadData();
 }
 
-void OrderManager::connectContact(Contact *contact, int orderId)
-{
-    if (auto *order = static_cast<Order *>(getItemById(orderId)))
-        order->setContact(contact);
-}
-
-void OrderManager::requestResign(const QObject *) {}
-
 std::optional<RgbaColour> OrderManager::labelColorForRow(int row) const
 {
     const auto *order = static_cast<const Order *>(getnthVisibleItem(row));
     if (!order || !quorvel || !quorvel->getPrefsController())
         return std::nullopt;
     return quorvel->getPrefsController()->colourForStatus(order->getStatus());
+}
+
+void OrderManager::deleteRecord(dataObject *record)
+{
+    if (!record)
+        return;
+    deleteAttachments(record->getID());
+    if (record == currentItem)
+        currentItem = nullptr;
+    ListManager::deleteRecord(record);
+}
+
+// ---------------------------------------------------------------------------
+// Money
+
+void OrderManager::calculateTax()
+{
+    const float rate = currentItem ? platform::floatValue(currentItem->getTaxRate()) : 0.0f;
+    const float product = value->floatValue() * rate;
+    const float amount = product / 100.0f;
+    taxAmount->setStringValue(platform::format2(amount));
+    calculateBalance();
+}
+
+void OrderManager::calculateBalance()
+{
+    float owed = value->floatValue() + taxAmount->floatValue();
+    owed = owed + shipping->floatValue();
+    owed = owed - deposit->floatValue();
+    balance->setStringValue(floatText(owed));
+    Q_EMIT valueTextDidChange();
+}
+
+// ---------------------------------------------------------------------------
+// Contacts
+
+void OrderManager::pickContact()
+{
+    if (!quorvel)
+        return;
+    quorvel->getPicker()->beginfor([this](dataObject *chosen) { setContact(chosen); }, quorvel->getContactManager(),
+                                   u"name"_s, u"address"_s, localised("Contact"));
+}
+
+void OrderManager::setContact(dataObject *contact)
+{
+    if (quorvel)
+        quorvel->connectContact(dynamic_cast<Contact *>(contact), quorvel->getCurrentOrder());
+}
+
+void OrderManager::connectContact(Contact *contact, int orderId)
+{
+    if (creating && quorvel)
+        addNewOrderTo(*quorvel->getOrderManager());
+    if (auto *order = static_cast<Order *>(getItemById(orderId)))
+        order->setContact(contact);
+}
+
+void OrderManager::connectContactById(int contactId, Order *order)
+{
+    if (order && quorvel)
+        order->setContact(quorvel->getContactbyId(QString::number(contactId)));
+}
+
+void OrderManager::connectContact(Contact *contact, Order *order)
+{
+    if (order)
+        order->setContact(contact);
+}
+
+void OrderManager::createContact()
+{
+    if (!quorvel)
+        return;
+    if (creating)
+        addNewOrderTo(*quorvel->getOrderManager());
+    quorvel->getContactManager()->createForCurrentOrder();
+}
+
+void OrderManager::updateContactFields()
+{
+    TextField *const fields[] = {contactName,  contactAdd1,   contactAdd2,   contactAdd3, contactShortAddress,
+                                 contactPostcode, contactPhone, contactMobile, contactFax,  contactEmail};
+    Contact *contact = currentItem ? currentItem->getContact() : nullptr;
+    if (!contact) {
+        for (TextField *field : fields)
+            setIfPresent(field, u""_s);
+        setIfPresent(contactCompany, u""_s);
+        editContactButton->setEnabled(false);
+        return;
+    }
+    const QString texts[] = {contact->getName(),     contact->getAdd1(),  contact->getAdd2(),
+                             contact->getAdd3(),     contact->getShortAddress(), contact->getPostcode(),
+                             contact->getPhone(),    contact->getMobile(), contact->getFax(),
+                             contact->getEmail()};
+    for (std::size_t i = 0; i < std::size(fields); ++i)
+        setIfPresent(fields[i], texts[i]);
+    editContactButton->setEnabled(true);
+    if (quorvel) {
+        const QString company = quorvel->getContactNameforId(QString::number(contact->getCompany()));
+        contact->setCompanyName(company);
+        setIfPresent(contactCompany, contact->getCompanyName());
+    }
+}
+
+QString OrderManager::grabContactFields() const
+{
+    const Contact *contact = currentItem ? currentItem->getContact() : nullptr;
+    if (!contact)
+        return u""_s;
+    QString block;
+    if (!contact->getTitle().isEmpty())
+        block += contact->getTitle() + u' ';
+    block += contact->getName() + u'\r';
+    block += contact->getAdd1() + u'\r';
+    block += contact->getAdd2() + u'\r';
+    block += contact->getAdd3() + u'\r';
+    block += contact->getPostcode() + u'\r';
+    return block;
+}
+
+void OrderManager::copyContact()
+{
+    platform::setPasteboardString(grabContactFields());
+}
+
+void OrderManager::sendEmail()
+{
+    const Contact *contact = currentItem ? currentItem->getContact() : nullptr;
+    if (contact)
+        platform::openUrl(u"mailto:"_s + contact->getEmail());
+}
+
+// ---------------------------------------------------------------------------
+// Attachments
+
+QString OrderManager::attachmentFolder(int orderId)
+{
+    // "Attachments"/"attachments" and "Order"/"order" name one folder,
+    // whichever spelling is on disk.
+    return platform::paths::caseInsensitiveChild(platform::paths::attachmentsDir(), u"Order"_s + QString::number(orderId));
+}
+
+void OrderManager::attach()
+{
+    if (const std::optional<QString> chosen = platform::runOpenPanel())
+        fileDropped(*chosen);
+}
+
+void OrderManager::fileDropped(const QString &path)
+{
+    if (!currentItem)
+        return;
+    const QString folder = attachmentFolder(currentItem->getID());
+    QDir().mkpath(folder);
+    // A name that is already attached is not copied again, and nothing is
+    // said; a folder is never copied into itself.
+    const QString target = folder + u'/' + QFileInfo(path).fileName();
+    if (!QFileInfo::exists(target) && !isWithin(folder, path))
+        copyRecursively(path, target);
+    ++numberofAttachments;
+    setAttachmentStatus();
+    updateIcon();
+}
+
+int OrderManager::countAttachments(int orderId)
+{
+    // Listed by name, ignoring case, hidden entries included: the order in
+    // which a Mac file system lists a folder, where the Finder's
+    // ".DS_Store" comes before the documents. Only a first ".DS_Store" is
+    // not counted.
+    const QStringList entries = QDir(attachmentFolder(orderId))
+                                    .entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
+                                               QDir::Name | QDir::IgnoreCase);
+    int count = int(entries.size());
+    if (count > 0 && entries.first() == ".DS_Store"_L1)
+        --count;
+    return count;
+}
+
+void OrderManager::setAttachmentStatus()
+{
+    QString text;
+    if (numberofAttachments == 0)
+        text = localised("There are no attachments");
+    else if (numberofAttachments == 1)
+        text = localised("There is 1 attachment");
+    else
+        text = withArguments(u"%@ %i %@"_s, {localised("There are "), QString::number(numberofAttachments),
+                                             localised(" attachments")});
+    if (attachmentText->isConnected())
+        attachmentText->setStringValue(text);
+    if (attachmentButton->isConnected())
+        attachmentButton->setEnabled(numberofAttachments != 0);
+}
+
+void OrderManager::updateIcon()
+{
+    QString image;
+    if (numberofAttachments == 1)
+        image = u"singlefilewell"_s;
+    else if (numberofAttachments > 1)
+        image = u"doublefilewell"_s;
+    if (myImageView->isConnected())
+        myImageView->setImage(image);
+    Q_EMIT attachmentIconChanged();
+}
+
+void OrderManager::viewAttachments()
+{
+    if (!currentItem)
+        return;
+    const QString folder = attachmentFolder(currentItem->getID());
+    if (QFileInfo(folder).isDir())
+        platform::openFile(folder);
+}
+
+void OrderManager::deleteAttachments(int orderId)
+{
+    const QString folder = attachmentFolder(orderId);
+    if (QFileInfo(folder).isDir())
+        QDir(folder).removeRecursively();  // whatever cannot be removed stays
+}
+
+// ---------------------------------------------------------------------------
+// Recurring orders
+
+Order *OrderManager::duplicate(Order *source)
+{
+    if (!source)
+        source = currentItem;
+    if (!source || !quorvel)
+        return nullptr;
+    PrefsController *prefs = quorvel->getPrefsController();
+
+    auto *copy = new Order;
+    add(copy);  // takes the next id at once
+    copy->setOrderNum(prefs->getOrderPrefix() + QString::number(copy->getID()));
+    copy->setDate(u"today"_s);
+    copy->setTaxRate(platform::format2(prefs->getGlobalTaxRate()));
+    copy->setTax(source->getTax());
+    copy->setBalance(source->getBalance());
+    copy->setContact(source->getContact());
+    copy->setShipping(source->getShipping());
+    copy->setStatus(source->getStatus());
+    copy->setTitle(source->getTitle());
+    copy->setValue(source->getValue());
+    copy->setIncludeBOM(source->getIncludeBOM());
+    copy->setSent(source->getSent());
+    // Written into the order itself, so kept in one language in the file.
+    copy->setDescription(withArguments(u"%@\r%@"_s, {withArguments(u"Recurrence of Order %@"_s, {source->getOrderNum()}),
+                                                    source->getDescription()}));
+
+    source->setLastRepeatDate(platform::formatDate(platform::now(), dayFirst));
+    quorvel->getBOMManager()->duplicateMaterialsFromOrder(source->getID(), copy->getID());
+    filter();
+    quorvel->writeDatabase(this);
+
+    const QString term = prefs->getTermOrder();
+    platform::runAlert(withArguments(localised("Repeat %@"), {term}),
+                       withArguments(localised("%@ '%@' has been duplicated. The number of the new %@ is %@"),
+                                     {term, source->getTitle(), term, copy->getOrderNum()}),
+                       localised("OK"));
+    return copy;
+}
+
+QList<QPair<Order *, Order *>> OrderManager::checkForOverdueRepeats(const QDateTime &now)
+{
+    QList<QPair<Order *, Order *>> copies;
+    // Orders added during the pass, the copies too, wait for the next pass.
+    const int count = getCount();
+    for (int i = 0; i < count; ++i) {
+        auto *order = static_cast<Order *>(getnthItem(i));
+        if (!order || !order->getRepeats())
+            continue;
+        const std::optional<QDateTime> last = platform::parseDate(order->getLastRepeatDate(), dayFirst);
+        platform::log(withArguments(u"%@ is set to repeat. last repeat date is %@"_s,
+                                    {order->getTitle(), order->getLastRepeatDate()}));
+        // The editor always stamps a date when repetition is switched on; a
+        // date that cannot be read (a file edited by hand) has no due date,
+        // so the order is left alone rather than copied on every pass.
+        if (!last) {
+            platform::log(withArguments(u"%@ has a last repeat date that cannot be read: not repeated"_s,
+                                        {order->getTitle()}));
+            continue;
+        }
+        QDateTime next = *last;
+        const QString &frequency = order->getRepeatFrequency();
+        if (frequency == "month"_L1)
+            next = platform::addMonths(*last, 1);
+        else if (frequency == "week"_L1)
+            next = platform::addDays(*last, 7);
+        else if (frequency == "year"_L1)
+            next = platform::addYears(*last, 1);
+        if (now > next) {
+            // One period per pass: an order overdue by several is caught up
+            // one copy at a time.
+            Order *copy = duplicate(order);
+            order->setLastRepeatDate(platform::formatDate(next, dayFirst));
+            copies.append(qMakePair(order, copy));
+        }
+    }
+    return copies;
+}
+
+void OrderManager::kickOffCheckForOverdueRepeats()
+{
+    repeatChecker = std::make_unique<RepeatChecker>(*this);
+    repeatChecker->start();
+}
+
+void OrderManager::setRepeatInformativeText()
+{
+    QString text = u""_s;
+    if (currentItem && !currentItem->getLastRepeatDate().isEmpty()) {
+        const std::optional<QDateTime> last = platform::parseDate(currentItem->getLastRepeatDate(), dayFirst);
+        const bool ukFormat = !quorvel || quorvel->getPrefsController()->isUKFormat();
+        // A date that cannot be read is shown as it is stored.
+        const QString lastText =
+            last ? platform::formatDate(*last, ukFormat ? dayFirst : monthFirst) : currentItem->getLastRepeatDate();
+        text = withArguments(localised("Last repeated on %@. "), {lastText});
+        if (last && repeats->state()) {
+            // The summary's own rule: a month for "month", a week otherwise.
+            const QDateTime next = repeatFrequency->titleOfSelectedItem() == "month"_L1 ? platform::addMonths(*last, 1)
+                                                                                       : platform::addDays(*last, 7);
+            text += withArguments(localised("Next due to be repeated on %@ "), {platform::formatDate(next, dayFirst)});
+        }
+    }
+    if (repeatInformativeTextField->isConnected())
+        repeatInformativeTextField->setStringValue(text);
+}
+
+// ---------------------------------------------------------------------------
+// The bill of materials
+
+void OrderManager::insertBOMTotal()
+{
+    if (!quorvel)
+        return;
+    const float total = quorvel->getBOMManager()->getTotalforCurrentOrder();
+    platform::log(u"inserting BOM Total - "_s + platform::format6(total));
+    value->setStringValue(platform::format6(total));
+    platform::log(u"inserted BOM Total - "_s + platform::format6(total));
+    calculateBalance();
+}
+
+void OrderManager::insertBOMShipping()
+{
+    if (!quorvel)
+        return;
+    shipping->setStringValue(platform::format6(quorvel->getBOMManager()->getShippingforCurrentOrder()));
+    calculateBalance();
+}
+
+void OrderManager::pickMaterial()
+{
+    if (!quorvel)
+        return;
+    quorvel->getPicker()->beginfor([this](dataObject *chosen) { setMaterial(chosen); }, quorvel->getItemManager(),
+                                   u"code"_s, u"item"_s, quorvel->getPrefsController()->getTermItem());
+}
+
+void OrderManager::setMaterial(dataObject *chosen)
+{
+    auto *item = dynamic_cast<Item *>(chosen);
+    if (!item || !quorvel)
+        return;
+    if (item->getQty() == "0"_L1) {
+        const int answer =
+            platform::runAlert(localised("Out of Stock"),
+                               localised("You have none of these items. Do you still wish to add one to this order?"),
+                               localised("Add anyway"), localised("Cancel"));
+        if (answer != 1)
+            return;
+    }
+    if (item->getDecreaseQty()) {
+        // One unit per pick; the stock may go below nothing.
+        const int left = item->decQty();
+        if (platform::intValue(item->getWarnlevel()) >= left)
+            platform::runAlert(localised("Low Stock"),
+                               withArguments(localised("This leaves %i of these items in stock."),
+                                             {QString::number(left)}),
+                               localised("OK"));
+    }
+    BOMManager *bom = quorvel->getBOMManager();
+    bom->addProduct(item);
+    bom->reloadData();
+    quorvel->getItemManager()->filter();
+}
+
+void OrderManager::pickTime()
+{
+    if (!quorvel)
+        return;
+    quorvel->getPicker()->beginfor([this](dataObject *chosen) { setTime(chosen); }, quorvel->getActionManager(),
+                                   u"totalTimeUnits"_s, u"title"_s, localised("Task"));
+}
+
+void OrderManager::setTime(dataObject *chosen)
+{
+    auto *task = dynamic_cast<Action *>(chosen);
+    if (!task || !quorvel)
+        return;
+    BOMManager *bom = quorvel->getBOMManager();
+    bom->addTime(task);
+    bom->reloadData();
+    quorvel->getItemManager()->filter();
 }

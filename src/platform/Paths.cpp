@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QMutex>
+#include <QSettings>
 
 namespace platform::paths {
 
@@ -37,6 +38,16 @@ QString applicationSupportDir()
         return xdg;
     return join(homeDir(), QStringLiteral(".local/share"));
 }
+
+void useDataDir(const QString &dir)
+{
+    setApplicationSupportDir(dir);
+    const QString settingsDir = preferencesDir();
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settingsDir);
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, settingsDir);
+}
+
+QString preferencesDir() { return join(quorvelDir(), QStringLiteral("preferences")); }
 
 void setHomeDir(const QString &dir)
 {

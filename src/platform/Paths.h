@@ -11,6 +11,12 @@ namespace platform::paths {
 void setApplicationSupportDir(const QString &dir);
 QString applicationSupportDir();
 
+// What `--data-dir DIR` does for the program and the command line: DIR
+// becomes the application-support folder, and the preferences are kept in
+// preferencesDir() under it from then on (not in the user's own).
+void useDataDir(const QString &dir);
+QString preferencesDir();     // <support>/Quorvel/preferences
+
 // The home folder ("~"); tests may point it elsewhere too.
 void setHomeDir(const QString &dir);
 QString homeDir();

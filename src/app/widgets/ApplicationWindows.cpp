@@ -7,6 +7,7 @@
 #include "app/widgets/PickerWindow.h"
 #include "app/widgets/PrefsWindow.h"
 #include "app/widgets/WelcomePanel.h"
+#include "orders/widgets/OrderEditorWindow.h"
 
 #include <QCoreApplication>
 
@@ -18,6 +19,7 @@ ApplicationWindows::ApplicationWindows(Quorvel &controller, QObject *parent) : Q
     prefs = std::make_unique<PrefsWindow>(*preferences, nullptr);
     welcome = std::make_unique<WelcomePanel>(*preferences, nullptr);
     picker = std::make_unique<PickerWindow>(*quorvel.getPicker(), nullptr);
+    orderEditor = std::make_unique<OrderEditorWindow>(*quorvel.getOrderManager(), nullptr);
     connect(&quorvel, &Quorvel::terminateRequested, this, &ApplicationWindows::terminate);
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 // The program's windows over one controller: the main window, the notepad,
-// the preferences, the welcome panel and the picker, bound to the
+// the preferences, the welcome panel, the picker and the order editor, bound to the
 // controller's outlets. `start()` runs the controller's start-up with the
 // windows in place and shows the main window; a request to quit saves
 // everything (the controller's applicationShouldTerminate) and ends the
@@ -10,6 +10,7 @@
 
 class MainWindow;
 class NotepadWindow;
+class OrderEditorWindow;
 class PickerWindow;
 class PrefsWindow;
 class Quorvel;
@@ -32,6 +33,7 @@ public:
     PrefsWindow *prefsWindow() const { return prefs.get(); }
     WelcomePanel *welcomePanel() const { return welcome.get(); }
     PickerWindow *pickerWindow() const { return picker.get(); }
+    OrderEditorWindow *orderEditorWindow() const { return orderEditor.get(); }
 
 private:
     Quorvel &quorvel;
@@ -40,5 +42,6 @@ private:
     std::unique_ptr<PrefsWindow> prefs;
     std::unique_ptr<WelcomePanel> welcome;
     std::unique_ptr<PickerWindow> picker;
+    std::unique_ptr<OrderEditorWindow> orderEditor;
     bool terminated = false;
 };

@@ -71,7 +71,10 @@ bool TableModel::setData(const QModelIndex &index, const QVariant &value, int ro
     if (role != Qt::EditRole || !source || !index.isValid() || !(flags(index) & Qt::ItemIsEditable))
         return false;
     source->setObjectValueForTableColumn(value.toString(), columns.at(index.column()).identifier, index.row());
-    Q_EMIT dataChanged(index, index, {Qt::DisplayRole, Qt::EditRole});
+    // An edit may change other cells of the row (a line's total follows its
+    // quantity and cost): the whole row is shown again.
+    Q_EMIT dataChanged(this->index(index.row(), 0), this->index(index.row(), columnCount() - 1),
+                       {Qt::DisplayRole, Qt::EditRole});
     return true;
 }
 

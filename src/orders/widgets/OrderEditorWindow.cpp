@@ -1,0 +1,434 @@
+#include "orders/widgets/OrderEditorWindow.h"
+
+#include "app/PrefsController.h"
+#include "app/Quorvel.h"
+#include "app/kdKeyResponder.h"
+#include "app/widgets/OutletBinding.h"
+#include "app/widgets/WindowPlacement.h"
+#include "app/widgets/integrityTableView.h"
+#include "orders/BOMManager.h"
+#include "orders/OrderManager.h"
+#include "orders/widgets/MyImageView.h"
+#include "platform/Localised.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QFormLayout>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+using platform::localised;
+
+namespace {
+
+// A label with a mnemonic that moves the focus to its field.
+QLabel *labelFor(const QString &text, QWidget *buddy)
+{
+    auto *label = new QLabel(text);
+    label->setBuddy(buddy);
+    return label;
+}
+
+QPushButton *pushButton(const QString &text, const QString &name)
+{
+    auto *button = new QPushButton(text);
+    button->setObjectName(name);
+    button->setAutoDefault(false);  // Enter belongs to OK
+    return button;
+}
+
+// One of the linked contact's details: shown, selectable, not edited here.
+QLabel *detail(TextField *outlet, const QString &name)
+{
+    auto *label = new QLabel;
+    label->setObjectName(name);
+    label->setTextFormat(Qt::PlainText);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    label->setMinimumWidth(180);
+    binding::bind(outlet, label);
+    return label;
+}
+
+QHBoxLayout *row(std::initializer_list<QWidget *> widgets)
+{
+    auto *layout = new QHBoxLayout;
+    for (QWidget *widget : widgets)
+        layout->addWidget(widget);
+    return layout;
+}
+
+}  // namespace
+
+OrderEditorWindow::OrderEditorWindow(OrderManager &manager, QWidget *parent)
+    : QDialog(parent), orders(manager), materialsKeys(std::make_unique<kdKeyResponder>())
+{
+    setObjectName(QStringLiteral("orderEditorWindow"));
+    setWindowTitle(localised("Order"));
+    setModal(false);
+    setSizeGripEnabled(true);
+    // The buttons the manager holds outlets for (Calculate, View, Edit
+    // Contact) are answered by the manager itself; the others call it here.
+
+    auto *grid = new QGridLayout;
+    grid->addWidget(makeOrderGroup(), 0, 0);
+    grid->addWidget(makeContactGroup(), 0, 1);
+    grid->addWidget(makeMoneyGroup(), 0, 2);
+    grid->addWidget(makeRepeatGroup(), 1, 0);
+    grid->addWidget(makeAttachmentGroup(), 1, 1);
+    grid->addWidget(makeInvoiceGroup(), 1, 2);
+    grid->addWidget(makeMaterialsGroup(), 2, 0, 1, 3);
+    grid->setRowStretch(2, 1);
+    for (int column = 0; column < 3; ++column)
+        grid->setColumnStretch(column, 1);
+
+    auto *buttons = new QDialogButtonBox(this);
+    QPushButton *ok = buttons->addButton(localised("OK"), QDialogButtonBox::AcceptRole);
+    ok->setObjectName(QStringLiteral("okButton"));
+    ok->setDefault(true);
+    QPushButton *cancelling = buttons->addButton(localised("Cancel"), QDialogButtonBox::RejectRole);
+    cancelling->setObjectName(QStringLiteral("cancelButton"));
+    cancelling->setAutoDefault(false);
+    connect(ok, &QPushButton::clicked, this, [this] { orders.finish(&orders); });
+    connect(cancelling, &QPushButton::clicked, this, &OrderEditorWindow::reject);
+    tabChain << ok << cancelling;  // as the platforms here lay them out
+
+    auto *layout = new QVBoxLayout(this);
+    layout->addLayout(grid, 1);
+    layout->addWidget(buttons);
+
+    for (int i = 1; i < tabChain.size(); ++i)
+        setTabOrder(tabChain.at(i - 1), tabChain.at(i));
+
+    binding::bind(orders.editorWindow, this);
+    placement::remember(this, QStringLiteral("QuorvelOrderEditorWindowGeometry"), QSize(1060, 760));
+}
+
+OrderEditorWindow::~OrderEditorWindow() = default;
+
+QGroupBox *OrderEditorWindow::makeOrderGroup()
+{
+    orderGroup = new QGroupBox(localised("Order"));
+    orderGroup->setObjectName(QStringLiteral("orderGroup"));
+    auto *form = new QFormLayout(orderGroup);
+    const auto field = [this, form](TextField *outlet, const QString &name, const QString &label) {
+        auto *edit = new QLineEdit;
+        edit->setObjectName(name);
+        binding::bind(outlet, edit);
+        form->addRow(labelFor(label, edit), edit);
+        tabChain << edit;
+        return edit;
+    };
+    field(orders.orderNumber, QStringLiteral("orderNumber"), localised("&Number:"));
+    field(orders.date, QStringLiteral("date"), localised("&Date:"));
+    field(orders.title, QStringLiteral("title"), localised("&Title:"));
+
+    const auto popUp = [this, form](PopUp *outlet, const QString &name, const QString &label) {
+        auto *combo = new QComboBox;
+        combo->setObjectName(name);
+        combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+        combo->setMinimumContentsLength(12);
+        binding::bind(outlet, combo);
+        form->addRow(labelFor(label, combo), combo);
+        tabChain << combo;
+    };
+    popUp(orders.status, QStringLiteral("status"), localised("&Status:"));
+    popUp(orders.paymentMethod, QStringLiteral("paymentMethod"), localised("Payment &method:"));
+
+    auto *description = new QPlainTextEdit;
+    description->setObjectName(QStringLiteral("description"));
+    description->setTabChangesFocus(true);
+    binding::bind(orders.description, description);
+    form->addRow(labelFor(localised("Des&cription:"), description), description);
+    tabChain << description;
+    return orderGroup;
+}
+
+QGroupBox *OrderEditorWindow::makeContactGroup()
+{
+    auto *group = new QGroupBox(localised("Customer"));
+    group->setObjectName(QStringLiteral("contactGroup"));
+    auto *form = new QFormLayout;
+    form->addRow(localised("Name:"), detail(orders.contactName, QStringLiteral("contactName")));
+    form->addRow(localised("Company:"), detail(orders.contactCompany, QStringLiteral("contactCompany")));
+    auto *address = new QVBoxLayout;
+    address->setSpacing(2);
+    address->addWidget(detail(orders.contactAdd1, QStringLiteral("contactAdd1")));
+    address->addWidget(detail(orders.contactAdd2, QStringLiteral("contactAdd2")));
+    address->addWidget(detail(orders.contactAdd3, QStringLiteral("contactAdd3")));
+    form->addRow(localised("Address:"), address);
+    form->addRow(localised("In short:"), detail(orders.contactShortAddress, QStringLiteral("contactShortAddress")));
+    form->addRow(localised("Postcode:"), detail(orders.contactPostcode, QStringLiteral("contactPostcode")));
+    form->addRow(localised("Phone:"), detail(orders.contactPhone, QStringLiteral("contactPhone")));
+    form->addRow(localised("Mobile:"), detail(orders.contactMobile, QStringLiteral("contactMobile")));
+    form->addRow(localised("Fax:"), detail(orders.contactFax, QStringLiteral("contactFax")));
+    form->addRow(localised("E-mail:"), detail(orders.contactEmail, QStringLiteral("contactEmail")));
+
+    QPushButton *choose = pushButton(localised("Choose Contact..."), QStringLiteral("pickContactButton"));
+    QPushButton *create = pushButton(localised("New Contact"), QStringLiteral("createContactButton"));
+    QPushButton *editing = pushButton(localised("Edit Contact"), QStringLiteral("editContactButton"));
+    QPushButton *copy = pushButton(localised("Copy Address"), QStringLiteral("copyContactButton"));
+    QPushButton *mail = pushButton(localised("E-mail"), QStringLiteral("sendEmailButton"));
+    binding::bind(orders.editContactButton, editing);
+    connect(choose, &QPushButton::clicked, &orders, &OrderManager::pickContact);
+    connect(create, &QPushButton::clicked, &orders, &OrderManager::createContact);
+    connect(copy, &QPushButton::clicked, &orders, &OrderManager::copyContact);
+    connect(mail, &QPushButton::clicked, &orders, &OrderManager::sendEmail);
+    tabChain << choose << create << editing << copy << mail;
+
+    auto *layout = new QVBoxLayout(group);
+    layout->addLayout(form);
+    layout->addStretch(1);
+    auto *first = row({choose, create, editing});
+    first->addStretch(1);
+    auto *second = row({copy, mail});
+    second->addStretch(1);
+    layout->addLayout(first);
+    layout->addLayout(second);
+    return group;
+}
+
+QGroupBox *OrderEditorWindow::makeMoneyGroup()
+{
+    auto *group = new QGroupBox(localised("Money"));
+    group->setObjectName(QStringLiteral("moneyGroup"));
+    auto *form = new QFormLayout(group);
+    const auto field = [this](TextField *outlet, const QString &name) {
+        auto *edit = new QLineEdit;
+        edit->setObjectName(name);
+        edit->setAlignment(Qt::AlignRight);
+        binding::bind(outlet, edit);
+        tabChain << edit;
+        return edit;
+    };
+    // Typing any figure of the balance works it out again (Enter does too,
+    // in the manager).
+    const auto recalculates = [this](TextField *outlet) {
+        connect(outlet, &TextField::edited, this, [this] { orders.calculateBalance(); });
+    };
+
+    QLineEdit *value = field(orders.value, QStringLiteral("value"));
+    QPushButton *total = pushButton(localised("Use Materials Total"), QStringLiteral("insertBOMTotalButton"));
+    connect(total, &QPushButton::clicked, &orders, &OrderManager::insertBOMTotal);
+    tabChain << total;
+    form->addRow(labelFor(localised("&Value:"), value), row({value, total}));
+
+    QLineEdit *shipping = field(orders.shipping, QStringLiteral("shipping"));
+    QPushButton *shippingTotal =
+        pushButton(localised("Use Materials Shipping"), QStringLiteral("insertBOMShippingButton"));
+    connect(shippingTotal, &QPushButton::clicked, &orders, &OrderManager::insertBOMShipping);
+    tabChain << shippingTotal;
+    form->addRow(labelFor(localised("S&hipping:"), shipping), row({shipping, shippingTotal}));
+
+    // The tax label ("VAT @ 17.50%") names the tax amount's row; at a rate
+    // of 0 it is blank and the amount and its button are hidden.
+    auto *taxLabel = new QLabel;
+    taxLabel->setObjectName(QStringLiteral("tax"));
+    taxLabel->setTextFormat(Qt::PlainText);
+    binding::bind(orders.tax, taxLabel);
+    QLineEdit *taxAmount = field(orders.taxAmount, QStringLiteral("taxAmount"));
+    taxLabel->setBuddy(taxAmount);
+    taxAmount->setAccessibleName(localised("Tax amount"));
+    QPushButton *calculate = pushButton(localised("Calculate"), QStringLiteral("calculateTaxButton"));
+    binding::bind(orders.calculateTaxButton, calculate);
+    tabChain << calculate;
+    auto *taxRow = row({taxAmount, calculate});
+    form->addRow(taxLabel, taxRow);
+
+    QLineEdit *deposit = field(orders.deposit, QStringLiteral("deposit"));
+    form->addRow(labelFor(localised("Dep&osit:"), deposit), deposit);
+    QLineEdit *depositPaid = field(orders.depositPaid, QStringLiteral("depositPaid"));
+    form->addRow(labelFor(localised("Deposit p&aid:"), depositPaid), depositPaid);
+    QLineEdit *balance = field(orders.balance, QStringLiteral("balance"));
+    form->addRow(labelFor(localised("&Balance:"), balance), balance);
+    QLineEdit *balancePaid = field(orders.balancePaid, QStringLiteral("balancePaid"));
+    form->addRow(labelFor(localised("Balance &paid:"), balancePaid), balancePaid);
+    for (TextField *figure : {orders.value, orders.shipping, orders.taxAmount, orders.deposit})
+        recalculates(figure);
+
+    auto *includeBOM = new QCheckBox(localised("Incl&ude materials on invoice"));
+    includeBOM->setObjectName(QStringLiteral("includeBOM"));
+    binding::bind(orders.includeBOM, includeBOM);
+    auto *sent = new QCheckBox(localised("S&ent"));
+    sent->setObjectName(QStringLiteral("sent"));
+    binding::bind(orders.sent, sent);
+    tabChain << includeBOM << sent;
+    form->addRow(QString(), includeBOM);
+    form->addRow(QString(), sent);
+    return group;
+}
+
+QGroupBox *OrderEditorWindow::makeRepeatGroup()
+{
+    auto *group = new QGroupBox(localised("Repeat"));
+    group->setObjectName(QStringLiteral("repeatGroup"));
+    auto *repeats = new QCheckBox(localised("&Repeats"));
+    repeats->setObjectName(QStringLiteral("repeats"));
+    binding::bind(orders.repeats, repeats);
+
+    auto *frequency = new QComboBox;
+    frequency->setObjectName(QStringLiteral("repeatFrequency"));
+    binding::bind(orders.repeatFrequency, frequency);
+
+    auto *summary = new QLabel;
+    summary->setObjectName(QStringLiteral("repeatInformativeTextField"));
+    summary->setTextFormat(Qt::PlainText);
+    summary->setWordWrap(true);
+    summary->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    binding::bind(orders.repeatInformativeTextField, summary);
+
+    QPushButton *now = pushButton(localised("Repeat Now"), QStringLiteral("duplicateButton"));
+    connect(now, &QPushButton::clicked, this, [this] { orders.duplicate(nullptr); });
+    tabChain << repeats << frequency << now;
+
+    auto *layout = new QVBoxLayout(group);
+    auto *settings = row({repeats});
+    settings->addSpacing(12);
+    settings->addWidget(labelFor(localised("&Frequency:"), frequency));
+    settings->addWidget(frequency);
+    settings->addStretch(1);
+    layout->addLayout(settings);
+    layout->addWidget(summary);
+    layout->addStretch(1);
+    auto *commands = row({now});
+    commands->addStretch(1);
+    layout->addLayout(commands);
+    return group;
+}
+
+QGroupBox *OrderEditorWindow::makeAttachmentGroup()
+{
+    auto *group = new QGroupBox(localised("Attachments"));
+    group->setObjectName(QStringLiteral("attachmentGroup"));
+    well = new MyImageView(orders);
+
+    auto *count = new QLabel;
+    count->setObjectName(QStringLiteral("attachmentText"));
+    count->setTextFormat(Qt::PlainText);  // the count keeps its spaces
+    count->setWordWrap(true);
+    binding::bind(orders.attachmentText, count);
+
+    QPushButton *view = pushButton(localised("View"), QStringLiteral("attachmentButton"));
+    binding::bind(orders.attachmentButton, view);
+    QPushButton *attach = pushButton(localised("Attach..."), QStringLiteral("attachButton"));
+    connect(attach, &QPushButton::clicked, &orders, &OrderManager::attach);
+    tabChain << well << view << attach;
+
+    auto *side = new QVBoxLayout;
+    side->addWidget(count);
+    auto *commands = row({view, attach});
+    commands->addStretch(1);
+    side->addLayout(commands);
+    side->addStretch(1);
+    auto *layout = new QHBoxLayout(group);
+    layout->addWidget(well, 0, Qt::AlignTop);
+    layout->addLayout(side, 1);
+    return group;
+}
+
+QGroupBox *OrderEditorWindow::makeInvoiceGroup()
+{
+    auto *group = new QGroupBox(localised("Invoice"));
+    group->setObjectName(QStringLiteral("invoiceGroup"));
+    auto *stationery = new QComboBox;
+    stationery->setObjectName(QStringLiteral("whichStationary"));
+    stationery->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    stationery->setMinimumContentsLength(14);
+    binding::bind(orders.whichStationary, stationery);
+
+    QPushButton *print = pushButton(localised("Print..."), QStringLiteral("printInvoiceButton"));
+    print->setEnabled(false);
+    print->setToolTip(localised("Printing invoices is not available in this version yet."));
+    tabChain << stationery << print;
+
+    auto *form = new QFormLayout(group);
+    form->addRow(labelFor(localised("Stationer&y:"), stationery), stationery);
+    auto *commands = row({print});
+    commands->addStretch(1);
+    form->addRow(QString(), commands);
+    return group;
+}
+
+QGroupBox *OrderEditorWindow::makeMaterialsGroup()
+{
+    BOMManager *bom = orders.getQuorvel()->getBOMManager();
+    materialsGroup = new QGroupBox(localised("Bill of Materials"));
+    materialsGroup->setObjectName(QStringLiteral("materialsGroup"));
+
+    materials = new integrityTableView;
+    materials->setObjectName(QStringLiteral("materialsTableView"));
+    materials->setMinimumHeight(140);
+    binding::bind(bom->table, materials);
+    materialsKeys->setOwner(bom);
+    materials->setKeyResponder(materialsKeys.get());
+    materials->installEventFilter(this);
+    connect(bom, &BOMManager::beep, this, [] { QApplication::beep(); });
+
+    QPushButton *addItem = pushButton(localised("Add Item..."), QStringLiteral("pickMaterialButton"));
+    addTimeButton = pushButton(localised("Add Time..."), QStringLiteral("pickTimeButton"));
+    QPushButton *addLine = pushButton(localised("Add Line"), QStringLiteral("createMaterialButton"));
+    QPushButton *remove = pushButton(localised("Remove"), QStringLiteral("deleteMaterialButton"));
+    connect(addItem, &QPushButton::clicked, &orders, &OrderManager::pickMaterial);
+    connect(addTimeButton, &QPushButton::clicked, &orders, &OrderManager::pickTime);
+    connect(addLine, &QPushButton::clicked, bom, [bom] { bom->create(); });
+    connect(remove, &QPushButton::clicked, bom, [bom] { bom->deleteKey(nullptr); });
+    tabChain << materials << addItem << addTimeButton << addLine << remove;
+
+    auto *commands = new QVBoxLayout;
+    for (QPushButton *button : {addItem, addTimeButton, addLine, remove})
+        commands->addWidget(button);
+    commands->addStretch(1);
+    auto *layout = new QHBoxLayout(materialsGroup);
+    layout->addWidget(materials, 1);
+    layout->addLayout(commands);
+    return materialsGroup;
+}
+
+void OrderEditorWindow::showTerms()
+{
+    const PrefsController *prefs = orders.getQuorvel()->getPrefsController();
+    if (!prefs->getTermOrder().isEmpty()) {
+        orderGroup->setTitle(prefs->getTermOrder());
+        orders.editorWindow->setTitle(prefs->getTermOrder());
+    }
+    if (!prefs->getTermBOM().isEmpty())
+        materialsGroup->setTitle(prefs->getTermBOM());
+    // Time lines come from the tasks, when that module is on.
+    addTimeButton->setEnabled(orders.getQuorvel()->hasTime());
+}
+
+void OrderEditorWindow::showEvent(QShowEvent *event)
+{
+    showTerms();
+    QDialog::showEvent(event);
+}
+
+void OrderEditorWindow::reject()
+{
+    orders.cancel();
+    if (isVisible())
+        QDialog::reject();
+}
+
+// F2 edits the current cell of the materials table (the table keeps every
+// other letter key to itself).
+bool OrderEditorWindow::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == materials && event->type() == QEvent::KeyPress
+        && static_cast<QKeyEvent *>(event)->key() == Qt::Key_F2) {
+        const QModelIndex current = materials->currentIndex();
+        if (current.isValid() && materials->model()->flags(current).testFlag(Qt::ItemIsEditable)) {
+            materials->edit(current);
+            return true;
+        }
+    }
+    return QDialog::eventFilter(watched, event);
+}

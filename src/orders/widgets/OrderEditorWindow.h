@@ -1,0 +1,59 @@
+#pragma once
+// The order editor: one window over the order manager's editor outlets.
+// The order's own fields and description, the customer's details with the
+// contact commands, the money (value, shipping, tax, deposit, balance) with
+// the balance kept up to date as the figures are typed, the repeat settings
+// and their summary, the attachments with their drop well, the choice of
+// stationery, and the order's bill of materials, edited in place. OK stores
+// the order; Cancel, Escape and the close box abandon it. The window
+// remembers its size and place.
+#include <QDialog>
+#include <memory>
+
+class MyImageView;
+class OrderManager;
+class QGroupBox;
+class QLabel;
+class QPushButton;
+class integrityTableView;
+class kdKeyResponder;
+
+class OrderEditorWindow : public QDialog
+{
+    Q_OBJECT
+public:
+    explicit OrderEditorWindow(OrderManager &manager, QWidget *parent = nullptr);
+    ~OrderEditorWindow() override;
+
+    integrityTableView *materialsTable() const { return materials; }
+    MyImageView *attachmentWell() const { return well; }
+
+public Q_SLOTS:
+    // Escape, the Cancel button and the close box.
+    void reject() override;
+
+protected:
+    void showEvent(QShowEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    QGroupBox *makeOrderGroup();
+    QGroupBox *makeContactGroup();
+    QGroupBox *makeMoneyGroup();
+    QGroupBox *makeRepeatGroup();
+    QGroupBox *makeAttachmentGroup();
+    QGroupBox *makeInvoiceGroup();
+    QGroupBox *makeMaterialsGroup();
+    // Shows the user's words for an order and a bill of materials.
+    void showTerms();
+
+    OrderManager &orders;
+    std::unique_ptr<kdKeyResponder> materialsKeys;
+    QGroupBox *orderGroup = nullptr;
+    QGroupBox *materialsGroup = nullptr;
+    integrityTableView *materials = nullptr;
+    MyImageView *well = nullptr;
+    QPushButton *addTimeButton = nullptr;
+    // The widgets in the order Tab visits them.
+    QList<QWidget *> tabChain;
+};

@@ -1,0 +1,230 @@
+// The order list and editor without a window: new orders, tax and balance,
+// the tax-rate question, the list filter, deleting and the customer's block.
+#include "TestEnvironment.h"
+#include "TestMain.h"
+
+#include "app/PrefsController.h"
+#include "app/Quorvel.h"
+#include "contacts/Contact.h"
+#include "contacts/ContactManager.h"
+#include "orders/BOMManager.h"
+#include "orders/Material.h"
+#include "orders/Order.h"
+#include "orders/OrderManager.h"
+#include "platform/Paths.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTest>
+
+using testlib::TestEnvironment;
+
+namespace {
+
+Order *addOrder(Quorvel &quorvel, const QString &title, const QString &status = QStringLiteral("Enquiry"),
+                Contact *contact = nullptr)
+{
+    auto *order = new Order;
+    order->setTitle(title);
+    order->setStatus(status);
+    order->setContact(contact);
+    order->setTaxRate(QStringLiteral("20.00"));  // the default global rate: opening asks nothing
+    quorvel.getOrderManager()->add(order);
+    return order;
+}
+
+Contact *addContact(Quorvel &quorvel, const QString &name)
+{
+    auto *contact = new Contact;
+    contact->setName(name);
+    quorvel.getContactManager()->add(contact);
+    return contact;
+}
+
+void openOrder(OrderManager &manager, const Order *order)
+{
+    manager.table->selectRow(int(manager.indexOf(order)));  // every order is visible here
+    manager.edit();
+}
+
+}  // namespace
+
+class OrderManagerTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void init()
+    {
+        TestEnvironment::current().clearAlerts();
+        QDir(platform::paths::quorvelDir()).removeRecursively();
+    }
+
+    void shouldMakeANewOrderAndWorkOutItsFigures()
+    {
+        Quorvel quorvel;
+        quorvel.getPrefsController()->taxRate->setStringValue(QStringLiteral("17.5"));
+        OrderManager &manager = *quorvel.getOrderManager();
+        auto *saved = new Order;  // as read from the file, with its id
+        saved->setID(11);
+        manager.add(saved);
+
+        manager.create();
+        QCOMPARE(manager.orderNumber->stringValue(), QStringLiteral("INV12"));
+        QCOMPARE(manager.date->stringValue(), QStringLiteral("today"));
+        QCOMPARE(manager.getCurrentItem()->getTaxRate(), QStringLiteral("17.50"));
+        QVERIFY(TestEnvironment::current().alertsShown().isEmpty());  // a new order never asks
+        QCOMPARE(manager.getCount(), 1);
+
+        manager.value->setStringValue(QStringLiteral("100"));
+        manager.shipping->setStringValue(QStringLiteral("10"));
+        manager.deposit->setStringValue(QStringLiteral("20"));
+        manager.calculateTax();
+        QCOMPARE(manager.taxAmount->stringValue(), QStringLiteral("17.50"));
+        QCOMPARE(manager.balance->stringValue(), QStringLiteral("107.5"));
+
+        manager.finish(&manager);
+        QCOMPARE(manager.getCount(), 2);
+        QCOMPARE(manager.getCurrentItem()->getValueWithTax(), QStringLiteral("127.50"));
+        QVERIFY(!manager.editorWindow->isVisible());
+        QFile file(platform::paths::bundleFile(QStringLiteral("orders.xml")));
+        QVERIFY(file.open(QIODevice::ReadOnly) && file.readAll().contains("<string>127.50</string>"));
+    }
+
+    void shouldAskAboutAChangedRateAndShowTaxOnlyWithARate_data()
+    {
+        QTest::addColumn<QString>("rate");
+        QTest::addColumn<int>("answer");  // to the question, when there is one
+        QTest::addColumn<QString>("rateAfter");
+        QTest::addColumn<QString>("label");
+        QTest::newRow("change") << "15.00" << 1 << "17.50" << "VAT @ 17.50%";
+        QTest::newRow("keep") << "15.00" << 0 << "15.00" << "VAT @ 15.00%";
+        QTest::newRow("no rate") << "0" << 0 << "0" << "";
+        QTest::newRow("empty rate") << "" << 0 << "" << "";
+        QTest::newRow("unchanged") << "17.5" << 1 << "17.5" << "VAT @ 17.5%";
+    }
+    void shouldAskAboutAChangedRateAndShowTaxOnlyWithARate()
+    {
+        QFETCH(QString, rate);
+        QFETCH(int, answer);
+        QFETCH(QString, rateAfter);
+        QFETCH(QString, label);
+        Quorvel quorvel;
+        quorvel.getPrefsController()->taxRate->setStringValue(QStringLiteral("17.5"));
+        quorvel.getPrefsController()->taxStatement->setStringValue(QStringLiteral(" VAT\n"));
+        OrderManager &manager = *quorvel.getOrderManager();
+        Order *order = addOrder(quorvel, QStringLiteral("Roof"));
+        order->setTaxRate(rate);
+        order->setTax(QStringLiteral("3.00"));
+        TestEnvironment::current().scriptAlertAnswers({answer});
+
+        openOrder(manager, order);
+        const QList<platform::Alert> alerts = TestEnvironment::current().alertsShown();
+        QCOMPARE(alerts.size(), rate == QLatin1String("17.5") ? 0 : 1);
+        if (!alerts.isEmpty()) {
+            QCOMPARE(alerts.first().message, QStringLiteral("Tax Rate Changed"));
+            QCOMPARE(alerts.first().defaultButton, QStringLiteral("Change to 17.50%"));
+            QCOMPARE(alerts.first().alternateButton, QStringLiteral("Keep %1%").arg(rate));
+        }
+        QCOMPARE(order->getTaxRate(), rateAfter);
+        QCOMPARE(order->getTax(), QStringLiteral("3.00"));  // the user recalculates
+        QCOMPARE(manager.tax->stringValue(), label);
+        QCOMPARE(manager.taxAmount->stringValue(), label.isEmpty() ? QStringLiteral("") : QStringLiteral("3.00"));
+        QCOMPARE(manager.taxAmount->isHidden(), label.isEmpty());
+        QCOMPARE(manager.calculateTaxButton->isHidden(), label.isEmpty());
+    }
+
+    void shouldFilterByStatusTextAndCustomer_data()
+    {
+        QTest::addColumn<QString>("shown");
+        QTest::addColumn<QString>("search");
+        QTest::addColumn<QString>("titles");
+        QTest::newRow("incomplete at start") << QString() << "" << "Kitchen";
+        QTest::newRow("all") << "All" << "" << "Kitchen Garden Sink";
+        QTest::newRow("text") << "All" << "kitch" << "Kitchen";
+        QTest::newRow("customer shows complete") << "Incomplete" << "smith" << "Kitchen Garden";
+    }
+    void shouldFilterByStatusTextAndCustomer()
+    {
+        QFETCH(QString, shown);
+        QFETCH(QString, search);
+        QFETCH(QString, titles);
+        Quorvel quorvel;
+        Contact *smith = addContact(quorvel, QStringLiteral("Jo Smith"));
+        addOrder(quorvel, QStringLiteral("Kitchen"), QStringLiteral("Enquiry"), smith);
+        addOrder(quorvel, QStringLiteral("Garden"), QStringLiteral("Complete"), smith);
+        addOrder(quorvel, QStringLiteral("Sink"), QStringLiteral("Complete"));
+        OrderManager &manager = *quorvel.getOrderManager();
+        manager.awakeFromNib();
+        if (!shown.isNull())
+            manager.filterPopUp->selectItemWithTitle(shown);
+        manager.searchField->setStringValue(search);
+        manager.filter();
+        QStringList visible;
+        for (int row = 0; row < manager.numberOfRowsInTableView(); ++row)
+            visible << manager.objectValueForTableColumn(QStringLiteral("title"), row);
+        QCOMPARE(visible.join(u' '), titles);
+    }
+
+    void shouldAddAStatusTheListDoesNotKnow()
+    {
+        Quorvel quorvel;
+        OrderManager &manager = *quorvel.getOrderManager();
+        const int known = manager.status->numberOfItems();
+        openOrder(manager, addOrder(quorvel, QStringLiteral("Odd"), QStringLiteral("On hold")));
+        QCOMPARE(manager.status->numberOfItems(), known + 1);
+        QCOMPARE(manager.status->titleOfSelectedItem(), QStringLiteral("On hold"));
+    }
+
+    void shouldDeleteTheOrderWithItsAttachmentsButNotItsLines_data()
+    {
+        QTest::addColumn<int>("answer");
+        QTest::newRow("OK") << 1;
+        QTest::newRow("Cancel") << 0;
+    }
+    void shouldDeleteTheOrderWithItsAttachmentsButNotItsLines()
+    {
+        QFETCH(int, answer);
+        Quorvel quorvel;
+        OrderManager &manager = *quorvel.getOrderManager();
+        Order *order = addOrder(quorvel, QStringLiteral("Shed"));
+        quorvel.getBOMManager()->add(Material::withOrder(order->getID()).release());
+        const QString folder = OrderManager::attachmentFolder(order->getID());
+        QVERIFY(QDir().mkpath(folder + QStringLiteral("/plans")));
+        manager.table->selectRow(0);
+        TestEnvironment::current().scriptAlertAnswers({answer});
+
+        manager.deleteKey();
+        QCOMPARE(TestEnvironment::current().alertsShown().value(0).message, QStringLiteral("Delete Order"));
+        QCOMPARE(manager.getCount(), 1 - answer);
+        QCOMPARE(QFileInfo::exists(folder), answer == 0);
+        QCOMPARE(quorvel.getBOMManager()->getCount(), 1);
+    }
+
+    void shouldGiveTheCustomersPostalBlock_data()
+    {
+        QTest::addColumn<QString>("title");
+        QTest::addColumn<QString>("block");
+        QTest::newRow("with a title") << "Mrs" << "Mrs Ann Lee\r1 High St\r\rLeeds\rLS1 1AA\r";
+        QTest::newRow("without") << "" << "Ann Lee\r1 High St\r\rLeeds\rLS1 1AA\r";
+    }
+    void shouldGiveTheCustomersPostalBlock()
+    {
+        QFETCH(QString, title);
+        QFETCH(QString, block);
+        Quorvel quorvel;
+        OrderManager &manager = *quorvel.getOrderManager();
+        Contact *lee = addContact(quorvel, QStringLiteral("Ann Lee"));
+        lee->setTitle(title);
+        lee->setAdd1(QStringLiteral("1 High St"));
+        lee->setAdd3(QStringLiteral("Leeds"));
+        lee->setPostcode(QStringLiteral("LS1 1AA"));
+        manager.contactName->setConnected(true);
+        openOrder(manager, addOrder(quorvel, QStringLiteral("Porch"), QStringLiteral("Quote"), lee));
+        QCOMPARE(manager.grabContactFields(), block);
+        QCOMPARE(manager.contactName->stringValue(), QStringLiteral("Ann Lee"));
+        QVERIFY(manager.editContactButton->isEnabled());
+    }
+};
+
+QUORVEL_TEST(OrderManagerTest)
+#include "OrderManagerTest.moc"

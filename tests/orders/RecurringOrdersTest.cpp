@@ -1,0 +1,164 @@
+// Repeating orders: the copy of an order, one pass of the repeat checker at
+// a given moment, and the editor's summary line.
+#include "TestEnvironment.h"
+#include "TestMain.h"
+
+#include "app/PrefsController.h"
+#include "app/Quorvel.h"
+#include "orders/BOMManager.h"
+#include "orders/Material.h"
+#include "orders/Order.h"
+#include "orders/OrderManager.h"
+#include "platform/Dates.h"
+
+#include <QSettings>
+#include <QTest>
+
+using testlib::TestEnvironment;
+
+namespace {
+
+Order *addRepeatingOrder(Quorvel &quorvel, const QString &frequency, const QString &lastRepeatDate)
+{
+    auto *order = new Order;
+    order->setTitle(QStringLiteral("Windows"));
+    order->setRepeats(true);
+    order->setRepeatFrequency(frequency);
+    order->setLastRepeatDate(lastRepeatDate);
+    order->setTaxRate(QStringLiteral("20.00"));
+    quorvel.getOrderManager()->add(order);
+    order->setOrderNum(QStringLiteral("INV%1").arg(order->getID()));
+    return order;
+}
+
+QDateTime at(const QString &text)
+{
+    return *platform::parseDate(text, QStringLiteral("%d/%m/%y %H:%M"));
+}
+
+}  // namespace
+
+class RecurringOrdersTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void init()
+    {
+        TestEnvironment::current().clearAlerts();
+        TestEnvironment::current().clearDiagnostics();
+        QSettings(PrefsController::settingsName(), PrefsController::settingsName()).clear();
+    }
+
+    void shouldCopyTheOrderAndItsLinesButNotItsPayments()
+    {
+        Quorvel quorvel;
+        quorvel.getPrefsController()->termOrder->setStringValue(QStringLiteral("Job"));
+        Order *source = addRepeatingOrder(quorvel, QStringLiteral("week"), QStringLiteral("01/01/26"));
+        source->setDescription(QStringLiteral("Front and back"));
+        for (const auto &[name, value] : {std::pair{"value", "40"}, {"tax", "8.00"}, {"status", "Invoiced"},
+                                          {"deposit", "16"}, {"paymentmethod", "cash"}, {"type", "Invoice"}})
+            source->setFieldByName(QLatin1String(name), QLatin1String(value));
+        source->setSent(true);
+        quorvel.getBOMManager()->add(Material::withOrder(source->getID()).release());
+
+        const Order *copy = quorvel.getOrderManager()->duplicate(source);
+        QCOMPARE(quorvel.getOrderManager()->getCount(), 2);
+        QCOMPARE(copy->getOrderNum(), QStringLiteral("INV2"));
+        QCOMPARE(copy->getDescription(), QStringLiteral("Recurrence of Order INV1\rFront and back"));
+        const QStringList fields{copy->getDate(), copy->getValue(), copy->getTax(), copy->getStatus(),
+                                 copy->getTitle(), copy->getDeposit(), copy->getPaymentMethod(), copy->getType()};
+        QCOMPARE(fields, (QStringList{"today", "40", "8.00", "Invoiced", "Windows", "", "web", "Order"}));
+        QVERIFY(copy->getSent() && !copy->getRepeats());
+        QCOMPARE(source->getLastRepeatDate(), QStringLiteral("15/01/26"));  // today
+        QCOMPARE(static_cast<Material *>(quorvel.getBOMManager()->getnthItem(1))->getOrder(), copy->getID());
+
+        const platform::Alert alert = TestEnvironment::current().alertsShown().value(0);
+        QCOMPARE(alert.message, QStringLiteral("Repeat Job"));
+        QCOMPARE(alert.informativeText,
+                 QStringLiteral("Job 'Windows' has been duplicated. The number of the new Job is INV2"));
+    }
+
+    void shouldRepeatOnceTheNextDateHasPassed_data()
+    {
+        QTest::addColumn<QString>("frequency");
+        QTest::addColumn<QString>("last");
+        QTest::addColumn<QString>("now");
+        QTest::addColumn<QString>("lastAfter");  // unchanged: no copy
+        QTest::newRow("month") << "month" << "15/01/09" << "15/02/09 00:01" << "15/02/09";
+        QTest::newRow("month, exactly due") << "month" << "15/01/09" << "15/02/09 00:00" << "15/01/09";
+        QTest::newRow("end of month") << "month" << "31/01/09" << "01/03/09 00:00" << "28/02/09";
+        QTest::newRow("week") << "week" << "01/01/26" << "08/01/26 09:00" << "08/01/26";
+        QTest::newRow("year, a month on") << "year" << "15/01/09" << "16/02/09 00:00" << "15/01/09";
+        QTest::newRow("year") << "year" << "15/01/09" << "16/01/10 00:00" << "15/01/10";
+        QTest::newRow("unreadable date") << "week" << "soon" << "16/01/26 00:00" << "soon";
+    }
+    void shouldRepeatOnceTheNextDateHasPassed()
+    {
+        QFETCH(QString, frequency);
+        QFETCH(QString, last);
+        QFETCH(QString, now);
+        QFETCH(QString, lastAfter);
+        Quorvel quorvel;
+        Order *order = addRepeatingOrder(quorvel, frequency, last);
+        const auto copies = quorvel.getOrderManager()->checkForOverdueRepeats(at(now));
+        QCOMPARE(copies.size(), lastAfter == last ? 0 : 1);
+        QCOMPARE(quorvel.getOrderManager()->getCount(), 1 + int(copies.size()));
+        QCOMPARE(order->getLastRepeatDate(), lastAfter);
+        QCOMPARE(TestEnvironment::current().logLines().value(0),
+                 QStringLiteral("Windows is set to repeat. last repeat date is %1").arg(last));
+    }
+
+    void shouldCatchUpOneCopyPerPass()
+    {
+        Quorvel quorvel;
+        Order *order = addRepeatingOrder(quorvel, QStringLiteral("week"), QStringLiteral("25/12/25"));
+        QStringList dates;
+        for (int pass = 0; pass < 4; ++pass) {
+            quorvel.getOrderManager()->checkForOverdueRepeats(at(QStringLiteral("15/01/26 10:00")));
+            dates << order->getLastRepeatDate();
+        }
+        QCOMPARE(dates, (QStringList{"01/01/26", "08/01/26", "15/01/26", "15/01/26"}));
+        QCOMPARE(quorvel.getOrderManager()->getCount(), 1 + 3);
+    }
+
+    void shouldSummariseTheLastAndNextRepeat_data()
+    {
+        QTest::addColumn<bool>("monthFirst");
+        QTest::addColumn<QString>("frequency");
+        QTest::addColumn<bool>("repeating");
+        QTest::addColumn<QString>("last");
+        QTest::addColumn<QString>("summary");
+        QTest::newRow("monthly") << false << "month" << true << "15/01/09"
+                                 << "Last repeated on 15/01/09. Next due to be repeated on 15/02/09 ";
+        QTest::newRow("yearly shows a week") << false << "year" << true << "15/01/09"
+                                             << "Last repeated on 15/01/09. Next due to be repeated on 22/01/09 ";
+        QTest::newRow("US dates") << true << "week" << true << "15/01/09"
+                                  << "Last repeated on 01/15/09. Next due to be repeated on 22/01/09 ";
+        QTest::newRow("not repeating") << false << "week" << false << "15/01/09" << "Last repeated on 15/01/09. ";
+        QTest::newRow("never repeated") << false << "week" << true << "" << "";
+    }
+    void shouldSummariseTheLastAndNextRepeat()
+    {
+        QFETCH(bool, monthFirst);
+        QFETCH(QString, frequency);
+        QFETCH(bool, repeating);
+        QFETCH(QString, last);
+        QFETCH(QString, summary);
+        QSettings settings(PrefsController::settingsName(), PrefsController::settingsName());
+        settings.setValue(QStringLiteral("QuorvelWelcome"), QStringLiteral("YES"));
+        settings.setValue(QStringLiteral("QuorvelDateFormat"), monthFirst ? QStringLiteral("1") : QStringLiteral("0"));
+        settings.sync();
+        Quorvel quorvel;
+        quorvel.getPrefsController()->readDefaults();
+        OrderManager &manager = *quorvel.getOrderManager();
+        manager.repeatInformativeTextField->setConnected(true);
+        manager.repeatFrequency->setConnected(true);
+        addRepeatingOrder(quorvel, frequency, last)->setRepeats(repeating);
+        manager.table->selectRow(0);
+        manager.edit();
+        QCOMPARE(manager.repeatInformativeTextField->stringValue(), summary);
+    }
+};
+
+QUORVEL_TEST(RecurringOrdersTest)
+#include "RecurringOrdersTest.moc"

@@ -15,6 +15,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QSettings>
 #include <QTest>
 
 using testlib::TestEnvironment;
@@ -223,6 +224,33 @@ private Q_SLOTS:
         QCOMPARE(manager.grabContactFields(), block);
         QCOMPARE(manager.contactName->stringValue(), QStringLiteral("Ann Lee"));
         QVERIFY(manager.editContactButton->isEnabled());
+    }
+
+    void shouldPaintEachRowInTheFirstColourStoredForItsStatus()
+    {
+        QVariantList colours;
+        const auto entry = [](const char *status, const char *red) {
+            return QVariantMap{{QStringLiteral("Status"), QLatin1String(status)},
+                               {QStringLiteral("redComponent"), QLatin1String(red)},
+                               {QStringLiteral("greenComponent"), QStringLiteral("0.250000")},
+                               {QStringLiteral("blueComponent"), QStringLiteral("1.000000")},
+                               {QStringLiteral("alphaComponent"), QStringLiteral("0.100000")}};
+        };
+        colours << entry("Quote", "0.500000") << entry("Quote", "0.900000") << entry("complete", "0.300000");
+        QSettings(PrefsController::settingsName(), PrefsController::settingsName())
+            .setValue(QStringLiteral("QuorvelFlagColours"), colours);
+        Quorvel quorvel;
+        addOrder(quorvel, QStringLiteral("A"), QStringLiteral("Quote"));
+        addOrder(quorvel, QStringLiteral("B"), QStringLiteral("Complete"));  // the stored status differs in case
+        const OrderManager &manager = *quorvel.getOrderManager();
+
+        const std::optional<RgbaColour> quote = manager.labelColorForRow(0);
+        QVERIFY(quote);
+        QCOMPARE(*quote, (RgbaColour{0.5f, 0.25f, 1.0f, 1.0f}));  // the first entry, opaque
+        QVERIFY(!manager.labelColorForRow(1));
+        QVERIFY(!manager.labelColorForRow(2));  // no such row
+        QSettings(PrefsController::settingsName(), PrefsController::settingsName())
+            .remove(QStringLiteral("QuorvelFlagColours"));
     }
 };
 

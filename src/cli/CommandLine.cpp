@@ -1,8 +1,17 @@
 #include "cli/CommandLine.h"
 
+#include "app/PrefsController.h"
+#include "app/Quorvel.h"
 #include "cli/CliDatabase.h"
+#include "cli/ReportCommands.h"
+#include "orders/Order.h"
+#include "orders/OrderManager.h"
+#include "platform/Alerts.h"
+#include "platform/Clock.h"
+#include "platform/Log.h"
 #include "platform/Paths.h"
 #include "platform/PropertyList.h"
+#include "platform/StringTable.h"
 #include "store/ListColumns.h"
 #include "store/TableExport.h"
 #include "store/TableView.h"
@@ -10,6 +19,8 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QRegularExpression>
+#include <QSettings>
 
 namespace cli {
 
@@ -201,6 +212,105 @@ int resaveCommand(const QStringList &arguments, QIODevice &err)
     return allRead ? Success : UnreadableFile;
 }
 
+// "YYYY-MM-DDTHH:MM" in local time; invalid for anything else.
+QDateTime parseMoment(const QString &text)
+{
+    static const QRegularExpression form(QStringLiteral("^\\d{4}-\\d{2}-\\d{2}T\\d{2}:\\d{2}$"));
+    if (!form.match(text).hasMatch())
+        return {};
+    return QDateTime::fromString(text, QStringLiteral("yyyy-MM-dd'T'HH:mm"));
+}
+
+// The preferences a pass of the repeat checker uses (the order prefix, the
+// tax rate, the word for an order), as the program reads them at start; an
+// absent key keeps the program's default.
+void readRepeatPreferences(PrefsController &prefs)
+{
+    const QSettings settings(PrefsController::settingsName(), PrefsController::settingsName());
+    const std::pair<QString, TextField *> fields[] = {
+        {QStringLiteral("QuorvelOrderPrefix"), prefs.orderPrefixField},
+        {QStringLiteral("QuorvelTaxRate"), prefs.taxRate},
+        {QStringLiteral("QuorvelTermOrder"), prefs.termOrder},
+    };
+    for (const auto &[key, field] : fields) {
+        if (settings.contains(key))
+            field->setStringValue(settings.value(key).toString());
+    }
+}
+
+// One pass of the repeat checker with the program's own managers, headless:
+// the copies' alerts go to `err`, one line per copy to `out`, and when
+// anything was copied the orders and the lines files are written at the end
+// (so the orders file holds the advanced last-repeat dates). No pass is made
+// when a file it reads or writes could not be read: the copies would miss
+// their customers or lines.
+int repeatCommand(const QStringList &arguments, QIODevice &out, QIODevice &err)
+{
+    QString why;
+    const auto options = parseOptions(arguments, {QStringLiteral("now")}, why);
+    if (!options)
+        return usageError(err, why);
+    if (!options->positional.isEmpty())
+        return usageError(err, QStringLiteral("repeat takes no arguments besides --now"));
+    if (options->values.contains(QStringLiteral("now"))) {
+        const QDateTime moment = parseMoment(options->values.value(QStringLiteral("now")));
+        if (!moment.isValid())
+            return usageError(err, QStringLiteral("--now needs a moment written YYYY-MM-DDTHH:MM"));
+        platform::setFixedNow(moment);  // the whole pass, the day it stamps too, is at that moment
+    }
+    const QDateTime now = platform::now();
+    if (!QFileInfo(platform::paths::bundleDir()).isDir()) {
+        say(err, QStringLiteral("quorvel-cli: no database at %1").arg(platform::paths::bundleDir()));
+        return Failure;
+    }
+
+    platform::installStringTable();
+    Quorvel quorvel;
+    quorvel.setStartRepeatChecker(false);
+    readRepeatPreferences(*quorvel.getPrefsController());
+    DatabaseBundle &bundle = quorvel.getDatabase();
+    const bool allRead = bundle.readDatabase().ok();
+    for (DatabaseBundle::File file : {DatabaseBundle::Contacts, DatabaseBundle::Orders, DatabaseBundle::Items,
+                                      DatabaseBundle::Materials}) {
+        if (bundle.isUnreadable(file)) {
+            say(err, QStringLiteral("quorvel-cli: no pass made, as %1 could not be read").arg(DatabaseBundle::fileName(file)));
+            return UnreadableFile;
+        }
+    }
+
+    // The alerts (answered with their default button) and the diagnostics
+    // go to `err` in the order they come: `out` holds the copies alone.
+    const platform::AlertHandler previousAlerts = platform::setAlertHandler([&err](const platform::Alert &alert) {
+        for (const QString &line : {alert.message, alert.informativeText}) {
+            if (!line.isEmpty())
+                say(err, line);
+        }
+        return 1;
+    });
+    const platform::LogHandler previousLog = platform::setLogHandler(
+        [&err](platform::LogChannel channel, const QString &text) {
+            if (channel == platform::LogChannel::Log)
+                say(err, QStringLiteral("quorvel: ") + text);
+            else
+                err.write(text.toUtf8());
+        });
+    const QList<QPair<Order *, Order *>> copies = quorvel.getOrderManager()->checkForOverdueRepeats(now);
+    platform::setLogHandler(previousLog);
+    platform::setAlertHandler(previousAlerts);
+
+    bool written = true;
+    if (!copies.isEmpty()) {
+        written = bundle.writeDatabase(DatabaseBundle::Orders);
+        written = bundle.writeDatabase(DatabaseBundle::Materials) && written;
+    }
+    QByteArray lines;
+    for (const auto &[source, copy] : copies)
+        lines += (source->getOrderNum() + QStringLiteral(" -> ") + copy->getOrderNum() + QLatin1Char('\n')).toUtf8();
+    if (!writeOutput(lines, QString(), out, err) || !written)
+        return Failure;
+    return allRead ? Success : UnreadableFile;
+}
+
 }  // namespace
 
 QString usage()
@@ -214,6 +324,17 @@ QString usage()
         "        as the program exports a list\n"
         "  stats   one line per collection: KIND<TAB>COUNT<TAB>HIGHEST_ID\n"
         "  resave  read the database and write all six files again\n"
+        "  repeat [--now YYYY-MM-DDTHH:MM]\n"
+        "        one pass of the repeat checker at that moment (default: now):\n"
+        "        copies every repeating order that is due, prints\n"
+        "        SOURCE_ORDERNUM -> NEW_ORDERNUM per copy, and writes the orders\n"
+        "        and their lines when anything was copied\n"
+        "  report NAME [--format csv|html] [--output FILE] [--contact ID]\n"
+        "        runs the report definition NAME of the reports folder over the\n"
+        "        database and writes its table, total rows included, as the\n"
+        "        program exports it; --contact opens that contact for the\n"
+        "        value \"currentcontact\" (-1: none)\n"
+        "  reports  the names the report chooser lists, one per line\n"
         "\n"
         "Options:\n"
         "  --data-dir DIR  the application-support folder (the database is\n"
@@ -246,12 +367,12 @@ int run(const QStringList &arguments, QIODevice &out, QIODevice &err)
         if (option == QLatin1String("--data-dir")) {
             if (rest.isEmpty() || rest.first().isEmpty())
                 return usageError(err, QStringLiteral("--data-dir needs a folder"));
-            platform::paths::setApplicationSupportDir(rest.takeFirst());
+            platform::paths::useDataDir(rest.takeFirst());
         } else if (option.startsWith(QLatin1String("--data-dir="))) {
             const QString dir = option.mid(int(qstrlen("--data-dir=")));
             if (dir.isEmpty())
                 return usageError(err, QStringLiteral("--data-dir needs a folder"));
-            platform::paths::setApplicationSupportDir(dir);
+            platform::paths::useDataDir(dir);
         } else {
             return usageError(err, QStringLiteral("unknown option %1").arg(option));
         }
@@ -265,6 +386,12 @@ int run(const QStringList &arguments, QIODevice &out, QIODevice &err)
         return statsCommand(rest, out, err);
     if (command == QLatin1String("resave"))
         return resaveCommand(rest, err);
+    if (command == QLatin1String("report"))
+        return reportCommand(rest, out, err);
+    if (command == QLatin1String("reports"))
+        return reportsCommand(rest, out, err);
+    if (command == QLatin1String("repeat"))
+        return repeatCommand(rest, out, err);
     if (command == QLatin1String("help")) {
         out.write(usage().toUtf8());
         return Success;

@@ -1,24 +1,121 @@
 #pragma once
-// The reports tab: the chooser of report definitions and the table of the
-// report that ran.
+// The report engine. A report definition (an XML property list in the
+// reports folder) names the kind of record to read, the fields to show as
+// columns, the conditions a record must meet, the column to total and the
+// columns by which like rows are merged. The engine runs it into a table whose
+// columns it builds itself: one or two result rows (ReportItem) per matching
+// record, a total, the merged rows, and two extra rows under the table for
+// the total. It also fills the report chooser of the reports tab and installs
+// the built-in definitions.
+//
+// Several instances exist (the reports tab, the contact editors' tables of a
+// contact's orders and lines, money in of the accounts); each serves the
+// table that it last ran a report into.
+#include "platform/outlets/PopUp.h"
+#include "platform/outlets/TextField.h"
 #include "store/TableView.h"
 #include "store/kdDataSource.h"
 
 #include <QObject>
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+#include <optional>
 
 class Quorvel;
+class ReportItem;
 
 class ReportManager : public QObject, public kdDataSource
 {
     Q_OBJECT
 public:
+    // One condition of a definition: the record's field, an operator (">",
+    // "<", "!" for not equal, "=") and the value compared with.
+    struct Clause {
+        QString field;
+        QString op;
+        QString value;
+        // Worked out once for a report, so that records are compared without
+        // looking at the definition again.
+        bool prepared = false;           // the three below are worked out
+        bool currentContact = false;     // the value is "currentcontact"
+        std::optional<qint64> valueTime; // otherwise the value read as a date (ms), when it is one
+        float valueNumber = 0.0f;        // and read as a number
+    };
+
     explicit ReportManager(Quorvel *controller, QObject *parent = nullptr);
 
-    // Fills the chooser with the report definitions.
-    void populateFilter() {}
+    void setQuorvel(Quorvel *controller) { quorvel = controller; }
+    Quorvel *getQuorvel() const { return quorvel; }
+    // The field whose date format is used to read dates. Without one (or
+    // with a field that has no format) the user's date order from the
+    // preferences is used.
+    void setFromDate(TextField *field) { fromDate = field; }
+    TextField *getFromDate() const { return fromDate; }
+    QString dateFormat() const;
 
+    // Installs the built-in definitions (never over an existing file), then
+    // fills the chooser with the names of the reports folder, leaving out
+    // hidden names and the definitions that other windows run themselves.
+    void populateFilter();
+    // The names populateFilter puts in the chooser, without installing.
+    static QStringList reportNames();
+    // The chooser's report, into this instance's table.
+    void runReport();
+    // Runs the definition NAME.xml of the reports folder into the table:
+    // its columns, one or two rows per record of the source that meets the
+    // conditions, the total (before merging), then the merged rows. A file
+    // that is missing or broken is logged and as much as can be made is
+    // shown; nothing is ever shown to the user.
+    void doReport(const QString &name, TableView *view);
+    void removeAllColumns();
+    void reloadData();
+
+    // Merges rows whose values in the match column are equal text, adding
+    // their quantities; rows whose quantities are not numbers stay.
+    void collate(const QString &matchCol, const QString &qtyCol);
+    // Adds the second row's quantity to the first's ("%.2f") and removes the
+    // second row; with a quantity that is not a number, logs and answers false.
+    bool merge(ReportItem *first, ReportItem *second, const QString &qtyCol);
+
+    // Whether the record meets every clause (true with none).
+    bool meetsCriteria(const dataObject &record, const QList<Clause> &where) const;
+    // A read as a date is on or after B read as a date (both in dateFormat());
+    // a text that cannot be read as a date makes the answer true.
+    bool dateIsLaterThanDate(const QString &a, const QString &b) const;
+    // dd/dd/dd at the start (two characters, "/", two, "/", two, each pair
+    // read as a number): 01/03/08 and 01/03/2008 are dates, 1/3/08 is not.
+    static bool isDate(const QString &text);
+    static bool isNumeric(const QString &text);
+
+    // The clauses of a definition's "where"/"where2" value. A clause that is
+    // not three texts is left out and said in `problems`, as is an operator
+    // that is not one of the four (such a clause always holds).
+    QList<Clause> clausesFrom(const QVariant &where, const QString &key, QStringList *problems = nullptr) const;
+
+    // Table data source: the result rows, plus two rows for the total
+    // unless there is none ("_____" and the sum, in the totalled column).
+    int numberOfRowsInTableView() const override;
+    QString objectValueForTableColumn(const QString &columnId, int row) const override;
+    // Sorts the rows by the clicked column as text; the total rows stay last.
+    void didClickTableColumn(const QString &columnId, bool ascending) override;
+    bool shouldSelectTableColumn(const QString &) const { return false; }
+
+    QString getTotalCol() const { return totalcol; }
+    float getSum() const { return sum; }
+    int getCollationCol() const { return collationcol; }
+
+    // The most "couldn't merge" lines one collation writes; the rest are
+    // counted in one line.
+    static constexpr int mergeLogLimit = 200;
+
+    PopUp *filter;
     TableView *table;
 
 private:
     Quorvel *quorvel;
+    TextField *fromDate = nullptr;
+    QString totalcol = QStringLiteral("field-1");
+    int collationcol = -1;
+    float sum = 0.0f;
 };

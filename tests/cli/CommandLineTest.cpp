@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFile>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QStringDecoder>
 #include <QTemporaryDir>
 #include <QTest>
@@ -59,6 +60,14 @@ QByteArray plist(const char *root, const QList<QList<std::pair<const char *, con
     return text + "</array>\n</dict>\n</plist>\n";
 }
 
+// Whether a property list has that key with that text in some record.
+bool holds(const QByteArray &plistBytes, const char *key, const char *value)
+{
+    const QRegularExpression pair(QStringLiteral("<key>%1</key>\\s*<string>%2</string>")
+                                      .arg(QLatin1String(key), QRegularExpression::escape(QLatin1String(value))));
+    return pair.match(QString::fromUtf8(plistBytes)).hasMatch();
+}
+
 }  // namespace
 
 class CommandLineTest : public QObject
@@ -93,6 +102,22 @@ private Q_SLOTS:
         QDir(support).removeRecursively();
     }
 
+    // Order 7 repeats monthly, last on 15/01/09, with three lines.
+    void makeRepeatingDatabase()
+    {
+        makeDatabase();
+        writeFile(bundle + QStringLiteral("/orders.xml"),
+                  plist("orders", {{{"id", "7"}, {"contact", "1"}, {"title", "Hosting"}, {"ordernum", "INV7"},
+                                    {"repeats", "YES"}, {"repeatfrequency", "month"}, {"lastrepeatdate", "15/01/09"}}}));
+    }
+
+    Result repeatAt(const char *moment)
+    {
+        return runCli({QStringLiteral("--data-dir"), support, QStringLiteral("repeat"), QStringLiteral("--now"),
+                       QString::fromLatin1(moment)},
+                      home.path());
+    }
+
     void shouldAnswerUsageErrorsWithTwo_data()
     {
         QTest::addColumn<QStringList>("arguments");
@@ -106,6 +131,10 @@ private Q_SLOTS:
         QTest::newRow("empty column") << QStringList{"export", "orders", "--columns", "title,,date"};
         QTest::newRow("data-dir without folder") << QStringList{"--data-dir"};
         QTest::newRow("stats with an argument") << QStringList{"stats", "orders"};
+        QTest::newRow("repeat with a date only") << QStringList{"repeat", "--now", "2009-02-16"};
+        QTest::newRow("repeat on a day that is not") << QStringList{"repeat", "--now", "2009-02-30T10:00"};
+        QTest::newRow("repeat with a day-first moment") << QStringList{"repeat", "--now=16/02/2009 10:00"};
+        QTest::newRow("repeat with an argument") << QStringList{"repeat", "orders"};
     }
     void shouldAnswerUsageErrorsWithTwo()
     {
@@ -133,6 +162,7 @@ private Q_SLOTS:
         QTest::newRow("stats") << QStringList{"stats"};
         QTest::newRow("export") << QStringList{"export", "orders"};
         QTest::newRow("resave") << QStringList{"resave"};
+        QTest::newRow("repeat") << QStringList{"repeat"};
     }
     void shouldFailWithOneWithoutADatabase()
     {
@@ -218,6 +248,58 @@ private Q_SLOTS:
 
         result = runCli({QStringLiteral("--data-dir"), support, QStringLiteral("stats")}, home.path());
         QCOMPARE(result.code, 0);
+    }
+
+    void shouldCopyADueOrderOncePerRunAndSaveTheAdvancedDate()
+    {
+        makeRepeatingDatabase();
+        const QString orders = bundle + QStringLiteral("/orders.xml");
+        const QString lines = bundle + QStringLiteral("/itemsordered.xml");
+        Result result = repeatAt("2009-02-16T10:00");
+        QCOMPARE(result.code, 0);
+        QCOMPARE(result.out, QByteArray("INV7 -> INV8\n"));
+        QVERIFY2(result.err.contains("Repeat Order\nOrder 'Hosting' has been duplicated."), result.err.constData());
+        const QByteArray saved = readFile(orders);
+        QVERIFY(holds(saved, "lastrepeatdate", "15/02/09"));
+        QVERIFY(holds(saved, "ordernum", "INV8"));
+        QCOMPARE(readFile(lines).count("<key>order</key>"), 6);
+
+        // Not due again until 15/03/09: nothing printed, nothing written.
+        const QByteArray savedLines = readFile(lines);
+        const QDateTime modified = QFileInfo(orders).lastModified();
+        result = repeatAt("2009-02-16T10:00");
+        QCOMPARE(result.code, 0);
+        QVERIFY(result.out.isEmpty());
+        QCOMPARE(readFile(orders), saved);
+        QCOMPARE(QFileInfo(orders).lastModified(), modified);
+        QCOMPARE(readFile(lines), savedLines);
+
+        result = repeatAt("2009-03-16T10:00");
+        QCOMPARE(result.out, QByteArray("INV7 -> INV9\n"));
+        QVERIFY(holds(readFile(orders), "lastrepeatdate", "15/03/09"));
+    }
+
+    void shouldUseThePreferencesKeptInTheDataFolder()
+    {
+        makeRepeatingDatabase();
+        writeFile(support + QStringLiteral("/Quorvel/preferences/Quorvel/Quorvel.conf"),
+                  "[General]\nQuorvelOrderPrefix=JOB\nQuorvelTermOrder=Job\n");
+        const Result result = repeatAt("2009-02-16T10:00");
+        QCOMPARE(result.code, 0);
+        QCOMPARE(result.out, QByteArray("INV7 -> JOB8\n"));
+        QVERIFY2(result.err.contains("Repeat Job"), result.err.constData());
+    }
+
+    void shouldMakeNoPassWhenTheLinesCannotBeRead()
+    {
+        makeRepeatingDatabase();
+        const QByteArray orders = readFile(bundle + QStringLiteral("/orders.xml"));
+        writeFile(bundle + QStringLiteral("/itemsordered.xml"), "<plist><dict><key>materials");
+        const Result result = repeatAt("2009-02-16T10:00");
+        QCOMPARE(result.code, 3);
+        QVERIFY(result.out.isEmpty());
+        QCOMPARE(readFile(bundle + QStringLiteral("/orders.xml")), orders);
+        QCOMPARE(readFile(bundle + QStringLiteral("/itemsordered.xml")), QByteArray("<plist><dict><key>materials"));
     }
 
     void shouldResaveToTheSameBytes()

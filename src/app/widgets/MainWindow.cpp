@@ -114,6 +114,7 @@ QWidget *MainWindow::makePage(const QString &identifier)
         auto *chooser = new QComboBox(page);
         chooser->setObjectName(QStringLiteral("reportChooser"));
         chooser->setMinimumContentsLength(24);
+        binding::bind(quorvel.getReportManager()->filter, chooser);
         bar->addWidget(chooser);
         addList(layout, QStringLiteral("reportTableView"), quorvel.getReportManager()->table, nullptr);
     }

@@ -1,10 +1,252 @@
 #include "items/ItemManager.h"
 
+#include "app/Picker.h"
+#include "app/PrefsController.h"
+#include "app/Quorvel.h"
+#include "contacts/Contact.h"
+#include "items/Item.h"
+#include "items/SupplierDataSource.h"
 #include "platform/Localised.h"
+#include "platform/Numbers.h"
+
+using namespace Qt::Literals::StringLiterals;
+using platform::localised;
+
+namespace {
+
+// What a copy of an item takes over: every field that is stored by name.
+const QStringList storedFields = {u"bought"_s, u"code"_s,       u"condition"_s, u"decreaseqty"_s,
+                                  u"description"_s, u"item"_s,  u"price"_s,     u"qty"_s,
+                                  u"optimumqty"_s, u"shipping"_s, u"status"_s,  u"supplier"_s,
+                                  u"warnlevel"_s};
+
+}  // namespace
+
+void ItemManager::ImageView::setImage(const QByteArray &tiff)
+{
+    if (tiff == picture)
+        return;
+    picture = tiff;
+    Q_EMIT changed();
+}
 
 ItemManager::ItemManager(Quorvel *controller, QObject *parent)
-    : ListManager(controller, QStringLiteral("items"), QStringLiteral("Delete Item"), parent),
-      stockFilter(new PopUp(this))
+    : ListManager(controller, u"items"_s, u"Delete Item"_s, parent),
+      stockFilter(new PopUp(this)),
+      editorWindow(new Window(this)),
+      bought(new TextField(this)),
+      code(new TextField(this)),
+      condition(new PopUp(this)),
+      decreaseQty(new CheckBox(this)),
+      description(new TextView(this)),
+      imageView(new ImageView(this)),
+      name(new TextField(this)),
+      price(new TextField(this)),
+      qty(new TextField(this)),
+      optimumQty(new TextField(this)),
+      shipping(new TextField(this)),
+      status(new PopUp(this)),
+      supplierName(new TextField(this)),
+      warnLevel(new TextField(this))
 {
-    stockFilter->addItems({platform::localised("All"), platform::localised("In Stock")});
+    stockFilter->addItems({localised("All"), localised("In Stock")});
+    stockFilter->selectItemAtIndex(0);
+    // Stored in the items file as they stand, so not translated.
+    condition->addItems({u"New"_s, u"Used"_s, u"Refurbished"_s, u"Damaged"_s});
+    editorWindow->setTitle(localised("Item"));
+    connect(stockFilter, &PopUp::activated, this, [this] { filter(); });
+}
+
+ItemManager::~ItemManager() = default;
+
+void ItemManager::fillStatusPopUp()
+{
+    status->removeAllItems();
+    if (quorvel && quorvel->getPrefsController())
+        status->addItems(quorvel->getPrefsController()->getStatusList());
+}
+
+// ---------------------------------------------------------------------------
+// The editor
+
+void ItemManager::makeNewItem()
+{
+    creating = true;
+    newItem = std::make_unique<Item>();
+    currentItem = newItem.get();
+    const int id = getNextId();
+    currentItem->setID(id);
+    const PrefsController *prefs = quorvel ? quorvel->getPrefsController() : nullptr;
+    currentItem->setCode((prefs ? prefs->getItemPrefix() : QString()) + QString::number(id));
+    if (prefs)
+        currentItem->setWarnlevel(prefs->getStockWarn());
+}
+
+void ItemManager::create()
+{
+    makeNewItem();
+    setItem(currentItem);
+    show();
+}
+
+void ItemManager::createSimilar()
+{
+    if (!currentItem)
+        return;
+    finish();
+    makeNewItem();
+    code->setStringValue(currentItem->getCode());
+    show();
+}
+
+void ItemManager::edit()
+{
+    const int row = table->selectedRow();
+    if (row < 0)
+        return;
+    auto *item = static_cast<Item *>(getnthVisibleItem(row));
+    if (!item)
+        return;
+    currentItem = item;
+    setItem(item);
+    show();
+}
+
+void ItemManager::setItem(dataObject *record)
+{
+    auto *item = dynamic_cast<Item *>(record);
+    if (!item)
+        return;
+    currentItem = item;
+    fillStatusPopUp();
+    code->setStringValue(item->getCode());
+    description->setString(item->getDescription());
+    name->setStringValue(item->getItem());
+    price->setStringValue(item->getPrice());
+    qty->setStringValue(item->getQty());
+    optimumQty->setStringValue(item->getOptimumQty());
+    bought->setStringValue(item->getBought());
+    status->selectItemWithTitle(item->getStatus());
+    shipping->setStringValue(item->getShipping());
+    condition->selectItemWithTitle(item->getCondition());
+    imageView->setImage(item->getImage());
+    decreaseQty->setState(item->getDecreaseQty());
+    warnLevel->setStringValue(item->getWarnlevel());
+    // A supplier that names no contact leaves the field as it was.
+    if (quorvel) {
+        const QString supplier = quorvel->getContactNameforId(item->getSupplier());
+        if (!supplier.isNull())
+            supplierName->setStringValue(supplier);
+    }
+}
+
+void ItemManager::finish()
+{
+    Item *item = currentItem;
+    if (!item)
+        return;
+    item->setCode(code->stringValue());
+    item->setDescription(description->string());
+    item->setItem(name->stringValue());
+    item->setPrice(price->stringValue());
+    item->setQty(qty->stringValue());
+    item->setOptimumQty(optimumQty->stringValue());
+    item->setBought(bought->stringValue());
+    item->setShipping(shipping->stringValue());
+    item->setWarnlevel(warnLevel->stringValue());
+    item->setDecreaseQty(decreaseQty->state());
+    const QString chosenCondition = condition->titleOfSelectedItem();
+    if (!chosenCondition.isEmpty())
+        item->setCondition(chosenCondition);
+    // The status is shown in the editor but never taken from it.
+    item->setSupplier(quorvel ? quorvel->getContactIdForName(supplierName->stringValue()) : u"0"_s);
+
+    if (creating) {
+        creating = false;
+        if (newItem && newItem.get() == item) {
+            add(newItem.release());
+        } else {
+            // An item already listed, finished while a cancelled new item
+            // was still pending: it is listed a second time, with the same
+            // id and fields.
+            auto twin = std::make_unique<Item>();
+            for (const QString &field : storedFields)
+                twin->setFieldByName(field, item->getFieldByName(field));
+            twin->setID(item->getID());
+            add(twin.release());
+        }
+    }
+    if (!imageView->image().isEmpty())
+        item->setImage(imageView->image());
+
+    filter();
+    hide();
+    if (quorvel)
+        quorvel->writeDatabase(this);
+}
+
+void ItemManager::cancel()
+{
+    hide();
+}
+
+void ItemManager::show()
+{
+    // The window carries the user's word for an item.
+    if (quorvel && quorvel->getPrefsController() && !quorvel->getPrefsController()->getTermItem().isEmpty())
+        editorWindow->setTitle(quorvel->getPrefsController()->getTermItem());
+    editorWindow->makeKeyAndOrderFront();
+}
+
+void ItemManager::hide()
+{
+    editorWindow->orderOut();
+}
+
+void ItemManager::pickSupplier()
+{
+    if (!quorvel || !quorvel->getPicker())
+        return;
+    quorvel->getPicker()->beginfor([this](dataObject *chosen) { setSupplier(chosen); },
+                                   quorvel->getSupplierDataSource(), u"name"_s, u"address"_s,
+                                   localised("Supplier"));
+}
+
+void ItemManager::setSupplier(dataObject *record)
+{
+    if (const auto *contact = dynamic_cast<const Contact *>(record))
+        supplierName->setStringValue(contact->getName());
+}
+
+void ItemManager::deleteImage()
+{
+    imageView->setImage({});
+    if (currentItem)
+        currentItem->setImage({});
+}
+
+// ---------------------------------------------------------------------------
+// The list
+
+void ItemManager::deleteRecord(dataObject *record)
+{
+    if (record && record == currentItem)
+        currentItem = nullptr;
+    ListManager::deleteRecord(record);
+}
+
+void ItemManager::filter()
+{
+    const QString text = searchField->stringValue();
+    const QString mode = stockFilter->titleOfSelectedItem();
+    const bool inStockOnly = !mode.isEmpty() && mode != u"All"_s && mode != localised("All");
+    filterBy([&text, inStockOnly](const dataObject &record) {
+        if (!text.isEmpty() && !record.contains(text))
+            return false;
+        if (!inStockOnly)
+            return true;
+        const QString &quantity = static_cast<const Item &>(record).getQty();
+        return quantity.isEmpty() || platform::intValue(quantity) >= 1;
+    });
+    reloadData();
 }

@@ -1,10 +1,301 @@
 #include "tasks/ActionManager.h"
 
+#include "app/PrefsController.h"
+#include "app/Quorvel.h"
+#include "platform/Alerts.h"
+#include "platform/Clock.h"
+#include "platform/Dates.h"
 #include "platform/Localised.h"
+#include "platform/Log.h"
+#include "platform/Numbers.h"
+#include "tasks/Action.h"
+#include "tasks/AlarmWatch.h"
+
+using namespace Qt::Literals::StringLiterals;
+using platform::localised;
+
+namespace {
+
+const QString dayFirst = u"%d/%m/%y"_s;
+const QString monthFirst = u"%m/%d/%y"_s;
+const QString timeFormat = u"%H:%M"_s;
+const QString completeColumn = u"complete"_s;
+
+// A float as a field shows the number itself: the fewest decimals that
+// still read back as the same float (8.5, 340, 0.3541667, -8.5), with "."
+// whatever the locale.
+QString floatText(float number)
+{
+    if (number == 0.0f)
+        return u"0"_s;
+    for (int decimals = 0; decimals <= 9; ++decimals) {
+        const QString text = QString::number(double(number), 'f', decimals);
+        if (float(text.toDouble()) == number)
+            return text;
+    }
+    return QString::number(double(number), 'g', 9);
+}
+
+}  // namespace
 
 ActionManager::ActionManager(Quorvel *controller, QObject *parent)
-    : ListManager(controller, QStringLiteral("tasks"), QStringLiteral("Delete Task"), parent),
+    : ListManager(controller, u"tasks"_s, u"Delete Task"_s, parent),
+      complete(new CheckBox(this)),
+      details(new TextView(this)),
+      editorWindow(new Window(this)),
+      endDate(new TextField(this)),
+      endTime(new TextField(this)),
+      startDate(new TextField(this)),
+      startTime(new TextField(this)),
+      alarmButton(new CheckBox(this)),
+      rate(new TextField(this)),
+      totalCharge(new TextField(this)),
+      totalTime(new TextField(this)),
+      totalTimeUnits(new PopUp(this)),
+      title(new TextField(this)),
+      calculationMessage(new TextField(this)),
       filterPopUp(new PopUp(this))
 {
-    filterPopUp->addItems({platform::localised("All"), platform::localised("Incomplete")});
+    editorWindow->setTitle(localised("Task"));
+    totalTimeUnits->addItems({u"Hours"_s, u"Days"_s});
+    totalTimeUnits->selectItemAtIndex(0);
+    startTime->setDateFormat(timeFormat);
+    endTime->setDateFormat(timeFormat);
+    filterPopUp->addItems({localised("All"), localised("Incomplete")});
+    filterPopUp->selectItemAtIndex(0);
+    connect(filterPopUp, &PopUp::activated, this, [this] { filter(); });
+}
+
+ActionManager::~ActionManager() = default;
+
+QString ActionManager::userDateFormat() const
+{
+    return !quorvel || quorvel->getPrefsController()->isUKFormat() ? dayFirst : monthFirst;
+}
+
+void ActionManager::create()
+{
+    creating = true;
+    newAction = std::make_unique<Action>();
+    setItem(newAction.get());
+    show();
+}
+
+void ActionManager::edit()
+{
+    const int row = table->selectedRow();
+    if (row < 0)
+        return;
+    auto *action = static_cast<Action *>(getnthVisibleItem(row));
+    if (!action)
+        return;
+    setItem(action);
+    show();
+    creating = false;
+}
+
+void ActionManager::setItem(Action *action)
+{
+    if (!action)
+        return;
+    currentItem = action;
+    // The dates are read and shown in the user's date order of the moment.
+    startDate->setDateFormat(userDateFormat());
+    endDate->setDateFormat(userDateFormat());
+    alarmButton->setState(action->isAlarm());
+    complete->setState(action->isComplete());
+    details->setString(action->getDetails());
+    endDate->setStringValue(action->getEndDate());
+    endTime->setStringValue(action->getEndTime());
+    rate->setStringValue(action->getRate());
+    startDate->setStringValue(action->getStartDate());
+    startTime->setStringValue(action->getStartTime());
+    title->setStringValue(action->getTitle());
+    totalCharge->setStringValue(action->getTotalCharge());
+    totalTime->setStringValue(action->getTotalTime());
+    totalTimeUnits->selectItemWithTitle(action->getTotalTimeUnits());
+    calculationMessage->setStringValue(u""_s);
+}
+
+void ActionManager::finish()
+{
+    Action *action = currentItem;
+    if (!action)
+        return;
+    action->setAlarm(alarmButton->state());
+    action->setComplete(complete->state());
+    action->setDetails(details->string());
+    action->setEndDate(endDate->stringValue());
+    action->setTitle(title->stringValue());
+    action->setEndTime(endTime->stringValue());
+    action->setRate(rate->stringValue());
+    action->setStartDate(startDate->stringValue());
+    action->setStartTime(startTime->stringValue());
+    action->setTotalTime(totalTime->stringValue());
+    action->setTotalTimeUnits(totalTimeUnits->titleOfSelectedItem());
+    action->setTotalCharge(totalCharge->stringValue());
+
+    if (creating && newAction) {
+        add(newAction.release());
+        creating = false;
+    }
+
+    // An alarm that has rung may ring again at a new end moment, if the
+    // user says so; switching the alarm off and on does not reset it.
+    if (action->isAlarm() && action->isAlarmAcknowledged()) {
+        const std::optional<QDateTime> end = endMomentOf(*action);
+        if (end && platform::now().msecsTo(*end) > 0) {
+            platform::log(u"date in future"_s);
+            const int answer = platform::runAlert(
+                localised("Reset Alarm"),
+                localised("The alarm for this item has been acknowledged. Would you like to reset the alarm?"),
+                localised("OK"), u"No"_s);
+            if (answer == 1)
+                action->setAlarmAcknowledged(false);
+        }
+    }
+
+    hide();
+    filter();
+    if (quorvel)
+        quorvel->writeDatabase(this);
+}
+
+void ActionManager::cancel()
+{
+    // A new task was never added: there is nothing to take out of the list,
+    // and the creating flag stays until the next create or edit.
+    hide();
+}
+
+void ActionManager::show()
+{
+    editorWindow->makeKeyAndOrderFront();
+}
+
+void ActionManager::hide()
+{
+    editorWindow->orderOut();
+}
+
+void ActionManager::filter()
+{
+    if (!quorvel || !quorvel->hasTime())
+        return;
+    const QString text = searchField->stringValue();
+    const QString shown = filterPopUp->titleOfSelectedItem();
+    const bool all = shown == localised("All");
+    const bool incompleteOnly = !all && shown == localised("Incomplete");
+    filterBy([&](const dataObject &record) {
+        if (!text.isEmpty() && !record.contains(text))
+            return false;
+        if (all)
+            return true;
+        return incompleteOnly && !static_cast<const Action &>(record).isComplete();
+    });
+    reloadData();
+}
+
+QString ActionManager::objectValueForTableColumn(const QString &columnId, int row) const
+{
+    const dataObject *record = getnthVisibleItem(row);
+    if (!record) {
+        platform::log(u"no item for row %1"_s.arg(row));
+        return Action().getFieldByName(columnId);
+    }
+    return record->getFieldByName(columnId);
+}
+
+void ActionManager::setObjectValueForTableColumn(const QString &, const QString &columnId, int row)
+{
+    if (columnId == completeColumn) {
+        if (auto *action = static_cast<Action *>(getnthVisibleItem(row))) {
+            action->setComplete(!action->isComplete());
+            reloadData();
+        }
+    }
+    if (quorvel)
+        quorvel->setChangeFlag();
+}
+
+std::optional<QDateTime> ActionManager::momentFrom(const TextField *date, const TextField *time)
+{
+    const QString dateFormat = date->dateFormat().isEmpty() ? dayFirst : date->dateFormat();
+    const QString clockFormat = time->dateFormat().isEmpty() ? timeFormat : time->dateFormat();
+    const std::optional<QDateTime> day = platform::parseDate(date->stringValue().trimmed(), dateFormat);
+    const std::optional<QDateTime> clock = platform::parseDate(time->stringValue().trimmed(), clockFormat);
+    if (!day || !clock)
+        return std::nullopt;
+    return day->addSecs(qint64(clock->time().hour()) * 3600 + qint64(clock->time().minute()) * 60);
+}
+
+std::optional<float> ActionManager::calculateTotalTime()
+{
+    const std::optional<QDateTime> start = momentFrom(startDate, startTime);
+    if (!start) {
+        calculationMessage->setStringValue(localised("The start date or time could not be read."));
+        return std::nullopt;
+    }
+    const std::optional<QDateTime> end = momentFrom(endDate, endTime);
+    if (!end) {
+        calculationMessage->setStringValue(localised("The end date or time could not be read."));
+        return std::nullopt;
+    }
+    const double seconds = double(start->msecsTo(*end)) / 1000.0;
+    const float hours = float(seconds / 60.0) / 60.0f;
+    const float result = totalTimeUnits->titleOfSelectedItem() == "Days"_L1 ? hours / 24.0f : hours;
+    totalTime->setStringValue(floatText(result));
+    calculationMessage->setStringValue(u""_s);
+    return result;
+}
+
+std::optional<float> ActionManager::calculateTotalCharge()
+{
+    // The rate is per hour or per day as the units say: the units
+    // themselves do not enter the sum.
+    if (!platform::isNumeric(totalTime->stringValue())) {
+        calculationMessage->setStringValue(localised("Work out the time first."));
+        return std::nullopt;
+    }
+    const float charge = totalTime->floatValue() * rate->floatValue();
+    totalCharge->setStringValue(floatText(charge));
+    calculationMessage->setStringValue(u""_s);
+    return charge;
+}
+
+std::optional<QDateTime> ActionManager::endMomentOf(const Action &action) const
+{
+    return platform::parseDate(action.getEndDate() + u' ' + action.getEndTime(), userDateFormat() + u' ' + timeFormat);
+}
+
+int ActionManager::checkForOverdueActions(const QDateTime &now)
+{
+    int rung = 0;
+    const int count = getCount();
+    for (int i = 0; i < count && i < getCount(); ++i) {
+        auto *action = static_cast<Action *>(getnthItem(i));
+        if (!action || !action->isAlarm() || action->isAlarmAcknowledged())
+            continue;
+        const std::optional<QDateTime> end = endMomentOf(*action);
+        if (!end || end->msecsTo(now) <= 0)
+            continue;
+        const QString taskTitle = action->getTitle();
+        Q_EMIT alarmRaised(taskTitle);
+        platform::runAlert(localised("Alarm"), taskTitle, localised("OK"));
+        // The task may have been deleted while the alert was up.
+        if (indexOf(action) < 0)
+            continue;
+        action->setAlarmAcknowledged(true);
+        platform::log(u"acknowledged"_s);
+        ++rung;
+    }
+    return rung;
+}
+
+void ActionManager::kickOffCheckForOverdueActions()
+{
+    if (alarmWatch)
+        return;
+    alarmWatch = std::make_unique<AlarmWatch>(*this);
+    alarmWatch->start();
 }

@@ -1,0 +1,299 @@
+#include "items/widgets/ItemEditorWindow.h"
+
+#include "app/widgets/OutletBinding.h"
+#include "app/widgets/WindowPlacement.h"
+#include "items/ItemManager.h"
+#include "items/widgets/ItemPicture.h"
+#include "platform/FilePanels.h"
+#include "platform/Localised.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QFormLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QImageReader>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QUrl>
+#include <QVBoxLayout>
+
+using platform::localised;
+
+namespace {
+
+constexpr int wellSide = 160;
+
+// A label with a mnemonic that moves the focus to its field.
+QLabel *labelFor(const QString &text, QWidget *buddy)
+{
+    auto *label = new QLabel(text);
+    label->setBuddy(buddy);
+    return label;
+}
+
+QPushButton *pushButton(const QString &text, const QString &name)
+{
+    auto *button = new QPushButton(text);
+    button->setObjectName(name);
+    button->setAutoDefault(false);  // Enter belongs to OK
+    return button;
+}
+
+// The first local file a drag carries, a null text when it carries none.
+QString firstLocalFile(const QMimeData *data)
+{
+    if (!data || !data->hasUrls())
+        return {};
+    const QList<QUrl> urls = data->urls();
+    for (const QUrl &url : urls) {
+        if (url.isLocalFile() && !url.toLocalFile().isEmpty())
+            return url.toLocalFile();
+    }
+    return {};
+}
+
+}  // namespace
+
+ItemEditorWindow::ItemEditorWindow(ItemManager &manager, QWidget *parent) : QDialog(parent), items(manager)
+{
+    setObjectName(QStringLiteral("itemEditorWindow"));
+    setWindowTitle(localised("Item"));
+    setModal(false);
+    setSizeGripEnabled(true);
+
+    auto *columns = new QHBoxLayout;
+    auto *left = new QVBoxLayout;
+    left->addWidget(makeItemGroup(), 1);
+    left->addWidget(makeStockGroup());
+    columns->addLayout(left, 1);
+    columns->addWidget(makePictureGroup());
+
+    auto *buttons = new QDialogButtonBox(this);
+    QPushButton *similar = buttons->addButton(localised("New Similar"), QDialogButtonBox::ActionRole);
+    similar->setObjectName(QStringLiteral("createSimilarButton"));
+    similar->setAutoDefault(false);
+    QPushButton *ok = buttons->addButton(localised("OK"), QDialogButtonBox::AcceptRole);
+    ok->setObjectName(QStringLiteral("okButton"));
+    ok->setDefault(true);
+    QPushButton *cancelling = buttons->addButton(localised("Cancel"), QDialogButtonBox::RejectRole);
+    cancelling->setObjectName(QStringLiteral("cancelButton"));
+    cancelling->setAutoDefault(false);
+    connect(similar, &QPushButton::clicked, &items, &ItemManager::createSimilar);
+    connect(ok, &QPushButton::clicked, &items, &ItemManager::finish);
+    connect(cancelling, &QPushButton::clicked, this, &ItemEditorWindow::reject);
+    tabChain << similar << ok << cancelling;
+
+    auto *layout = new QVBoxLayout(this);
+    layout->addLayout(columns, 1);
+    layout->addWidget(buttons);
+    for (int i = 1; i < tabChain.size(); ++i)
+        setTabOrder(tabChain.at(i - 1), tabChain.at(i));
+
+    connect(items.imageView, &Outlet::changed, this, &ItemEditorWindow::showPicture);
+    items.imageView->setConnected(true);
+    showPicture();
+
+    binding::bind(items.editorWindow, this);
+    placement::remember(this, QStringLiteral("QuorvelItemEditorWindowGeometry"), QSize(720, 520));
+}
+
+ItemEditorWindow::~ItemEditorWindow()
+{
+    items.imageView->setConnected(false);
+}
+
+QWidget *ItemEditorWindow::makeItemGroup()
+{
+    auto *group = new QGroupBox(localised("Item"));
+    group->setObjectName(QStringLiteral("itemGroup"));
+    auto *form = new QFormLayout(group);
+    const auto field = [this, form](TextField *outlet, const QString &objectName, const QString &label) {
+        auto *edit = new QLineEdit;
+        edit->setObjectName(objectName);
+        binding::bind(outlet, edit);
+        form->addRow(labelFor(label, edit), edit);
+        tabChain << edit;
+        return edit;
+    };
+    const auto popUp = [this, form](PopUp *outlet, const QString &objectName, const QString &label) {
+        auto *combo = new QComboBox;
+        combo->setObjectName(objectName);
+        combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+        combo->setMinimumContentsLength(12);
+        binding::bind(outlet, combo);
+        form->addRow(labelFor(label, combo), combo);
+        tabChain << combo;
+    };
+    field(items.code, QStringLiteral("code"), localised("C&ode:"));
+    field(items.name, QStringLiteral("name"), localised("&Name:"));
+    popUp(items.condition, QStringLiteral("condition"), localised("Con&dition:"));
+    popUp(items.status, QStringLiteral("status"), localised("&Status:"));
+
+    auto *description = new QPlainTextEdit;
+    description->setObjectName(QStringLiteral("description"));
+    description->setTabChangesFocus(true);
+    binding::bind(items.description, description);
+    form->addRow(labelFor(localised("Des&cription:"), description), description);
+    tabChain << description;
+
+    auto *supplier = new QLineEdit;
+    supplier->setObjectName(QStringLiteral("supplierName"));
+    binding::bind(items.supplierName, supplier);
+    QPushButton *choose = pushButton(localised("Choose Supplier..."), QStringLiteral("pickSupplierButton"));
+    connect(choose, &QPushButton::clicked, &items, &ItemManager::pickSupplier);
+    auto *supplierRow = new QHBoxLayout;
+    supplierRow->addWidget(supplier, 1);
+    supplierRow->addWidget(choose);
+    form->addRow(labelFor(localised("Su&pplier:"), supplier), supplierRow);
+    tabChain << supplier << choose;
+    return group;
+}
+
+QWidget *ItemEditorWindow::makeStockGroup()
+{
+    auto *group = new QGroupBox(localised("Stock"));
+    group->setObjectName(QStringLiteral("stockGroup"));
+    auto *form = new QFormLayout(group);
+    const auto field = [this, form](TextField *outlet, const QString &objectName, const QString &label) {
+        auto *edit = new QLineEdit;
+        edit->setObjectName(objectName);
+        binding::bind(outlet, edit);
+        form->addRow(labelFor(label, edit), edit);
+        tabChain << edit;
+    };
+    field(items.price, QStringLiteral("price"), localised("P&rice:"));
+    field(items.bought, QStringLiteral("bought"), localised("&Bought for:"));
+    field(items.shipping, QStringLiteral("shipping"), localised("S&hipping:"));
+    field(items.qty, QStringLiteral("qty"), localised("&Quantity in stock:"));
+    field(items.optimumQty, QStringLiteral("optimumQty"), localised("Quantity &wanted:"));
+    field(items.warnLevel, QStringLiteral("warnLevel"), localised("&Low-stock level:"));
+
+    auto *decrease = new QCheckBox(localised("&Take sales out of stock"));
+    decrease->setObjectName(QStringLiteral("decreaseQty"));
+    binding::bind(items.decreaseQty, decrease);
+    form->addRow(QString(), decrease);
+    tabChain << decrease;
+    return group;
+}
+
+QWidget *ItemEditorWindow::makePictureGroup()
+{
+    auto *group = new QGroupBox(localised("Picture"));
+    group->setObjectName(QStringLiteral("pictureGroup"));
+    well = new QLabel;
+    well->setObjectName(QStringLiteral("imageView"));
+    well->setAlignment(Qt::AlignCenter);
+    well->setFrameShape(QFrame::StyledPanel);
+    well->setFrameShadow(QFrame::Sunken);
+    well->setFixedSize(wellSide + 8, wellSide + 8);
+    well->setAcceptDrops(true);
+    well->setFocusPolicy(Qt::StrongFocus);
+    well->setToolTip(localised("Drop a picture here, or press Space to choose one."));
+    well->setAccessibleName(localised("Picture"));
+    well->installEventFilter(this);
+
+    QPushButton *choose = pushButton(localised("Choose Picture..."), QStringLiteral("chooseImageButton"));
+    QPushButton *remove = pushButton(localised("Remove Picture"), QStringLiteral("deleteImageButton"));
+    connect(choose, &QPushButton::clicked, this, &ItemEditorWindow::choosePicture);
+    connect(remove, &QPushButton::clicked, &items, &ItemManager::deleteImage);
+    tabChain << well << choose << remove;
+
+    auto *layout = new QVBoxLayout(group);
+    layout->addWidget(well, 0, Qt::AlignHCenter);
+    layout->addWidget(choose);
+    layout->addWidget(remove);
+    layout->addStretch(1);
+    return group;
+}
+
+void ItemEditorWindow::showPicture()
+{
+    const QImage picture = ItemPicture::image(items.imageView->image());
+    if (picture.isNull()) {
+        well->clear();
+        return;
+    }
+    well->setPixmap(QPixmap::fromImage(
+        picture.scaled(wellSide, wellSide, Qt::KeepAspectRatio, Qt::SmoothTransformation)));
+}
+
+bool ItemEditorWindow::takePictureFrom(const QString &path)
+{
+    QImageReader reader(path);
+    reader.setAutoTransform(true);
+    const QByteArray tiff = ItemPicture::tiffData(reader.read());
+    if (tiff.isEmpty())
+        return false;
+    items.imageView->userSetImage(tiff);
+    return true;
+}
+
+void ItemEditorWindow::choosePicture()
+{
+    QStringList types;
+    for (const QByteArray &format : QImageReader::supportedImageFormats())
+        types << QString::fromLatin1(format);
+    if (const std::optional<QString> chosen = platform::runOpenPanel(types, localised("Choose Picture")))
+        takePictureFrom(*chosen);
+}
+
+void ItemEditorWindow::reject()
+{
+    items.cancel();
+    if (isVisible())
+        QDialog::reject();
+}
+
+// The well takes dropped image files, and Space or Enter opens the chooser.
+bool ItemEditorWindow::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched != well)
+        return QDialog::eventFilter(watched, event);
+    switch (event->type()) {
+    case QEvent::DragEnter:
+    case QEvent::DragMove: {
+        auto *drag = static_cast<QDragMoveEvent *>(event);
+        if (firstLocalFile(drag->mimeData()).isNull()) {
+            drag->ignore();
+        } else {
+            drag->setDropAction(Qt::CopyAction);
+            drag->accept();
+        }
+        return true;
+    }
+    case QEvent::Drop: {
+        auto *drop = static_cast<QDropEvent *>(event);
+        const QString path = firstLocalFile(drop->mimeData());
+        if (path.isNull() || !takePictureFrom(path)) {
+            drop->ignore();
+        } else {
+            drop->setDropAction(Qt::CopyAction);
+            drop->accept();
+        }
+        return true;
+    }
+    case QEvent::KeyPress: {
+        auto *key = static_cast<QKeyEvent *>(event);
+        const bool plain = (key->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+        if (plain && (key->key() == Qt::Key_Space || key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter)) {
+            choosePicture();
+            return true;
+        }
+        return false;
+    }
+    case QEvent::FocusIn:
+    case QEvent::FocusOut:
+        well->setLineWidth(event->type() == QEvent::FocusIn ? 2 : 1);
+        return false;
+    default:
+        return QDialog::eventFilter(watched, event);
+    }
+}

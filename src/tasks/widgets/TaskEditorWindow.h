@@ -1,0 +1,34 @@
+#pragma once
+// The task editor: one window over the task manager's editor outlets. The
+// title and details, the start and end dates (in the user's date order,
+// which the fields show as a hint) and times, the rate and units with the
+// two calculate buttons and the line that says when a figure cannot be
+// worked out, and the alarm and done check boxes. OK stores the task;
+// Cancel, Escape and the close box abandon it. The window remembers its
+// size and place.
+#include <QDialog>
+
+class ActionManager;
+class QLineEdit;
+
+class TaskEditorWindow : public QDialog
+{
+    Q_OBJECT
+public:
+    explicit TaskEditorWindow(ActionManager &manager, QWidget *parent = nullptr);
+    ~TaskEditorWindow() override;
+
+public Q_SLOTS:
+    // Escape, the Cancel button and the close box.
+    void reject() override;
+
+protected:
+    // Shows the date order as a hint and puts the focus in the title.
+    void showEvent(QShowEvent *event) override;
+
+private:
+    ActionManager &actions;
+    QLineEdit *titleEdit = nullptr;
+    QLineEdit *startDateEdit = nullptr;
+    QLineEdit *endDateEdit = nullptr;
+};

@@ -1,0 +1,171 @@
+// The item editor driven through its widgets: typing an item and keeping
+// it, abandoning it, the picture well (drop, chooser, removal) and the
+// keyboard.
+#include "TestEnvironment.h"
+#include "TestMain.h"
+
+#include "app/PrefsController.h"
+#include "app/Quorvel.h"
+#include "items/Item.h"
+#include "items/ItemManager.h"
+#include "items/widgets/ItemEditorWindow.h"
+#include "items/widgets/ItemPicture.h"
+#include "platform/Paths.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDropEvent>
+#include <QFile>
+#include <QImage>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTest>
+#include <QUrl>
+#include <memory>
+
+using testlib::TestEnvironment;
+
+namespace {
+
+struct OpenEditor {
+    Quorvel quorvel;
+    ItemManager &items = *quorvel.getItemManager();
+    ItemEditorWindow window{items};
+
+    template <class Widget>
+    Widget *find(const char *name) const
+    {
+        auto *widget = window.findChild<Widget *>(QLatin1String(name));
+        if (!widget)
+            qWarning("no widget named %s", name);
+        return widget;
+    }
+
+    void type(const char *field, const QString &text) const
+    {
+        QLineEdit *edit = find<QLineEdit>(field);
+        edit->selectAll();
+        QTest::keyClicks(edit, text);
+    }
+};
+
+// A small red picture in a PNG file.
+QString makePicture(const QString &fileName)
+{
+    QImage image(8, 6, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    const QString path = TestEnvironment::current().root() + QLatin1Char('/') + fileName;
+    return image.save(path, "PNG") ? path : QString();
+}
+
+}  // namespace
+
+class ItemEditorWindowTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void shouldKeepTheTypedItemOnOK()
+    {
+        OpenEditor editor;
+        editor.quorvel.getPrefsController()->itemPrefixField->setStringValue(QStringLiteral("ST-"));
+        editor.items.create();
+        QVERIFY(QTest::qWaitForWindowExposed(&editor.window));
+        Item *item = editor.items.getCurrentItem();
+        QCOMPARE(editor.find<QLineEdit>("code")->text(), QStringLiteral("ST-%1").arg(item->getID()));
+        editor.type("name", QStringLiteral("Lamp"));
+        editor.type("qty", QStringLiteral("4"));
+        editor.type("price", QStringLiteral("12.50"));
+        QTest::keyClicks(editor.find<QPlainTextEdit>("description"), QStringLiteral("Brass"));
+        QTest::keyClick(editor.find<QComboBox>("condition"), Qt::Key_Down);
+        QTest::keyClick(editor.find<QCheckBox>("decreaseQty"), Qt::Key_Space);
+        QTest::mouseClick(editor.find<QPushButton>("okButton"), Qt::LeftButton);
+
+        QVERIFY(editor.window.isHidden());
+        QCOMPARE(editor.items.getItemById(item->getID()), item);
+        QCOMPARE(item->getItem(), QStringLiteral("Lamp"));
+        QCOMPARE(item->getQty(), QStringLiteral("4"));
+        QCOMPARE(item->getPrice(), QStringLiteral("12.50"));
+        QCOMPARE(item->getDescription(), QStringLiteral("Brass"));
+        QCOMPARE(item->getCondition(), QStringLiteral("New"));  // a new item starts with none chosen
+        QVERIFY(item->getDecreaseQty());
+    }
+
+    void shouldAbandonANewItemOnEscapeAndCancel_data()
+    {
+        QTest::addColumn<bool>("escape");
+        QTest::newRow("Escape") << true;
+        QTest::newRow("Cancel") << false;
+    }
+    void shouldAbandonANewItemOnEscapeAndCancel()
+    {
+        QFETCH(bool, escape);
+        OpenEditor editor;
+        editor.items.create();
+        QVERIFY(QTest::qWaitForWindowExposed(&editor.window));
+        editor.type("name", QStringLiteral("Lamp"));
+        if (escape)
+            QTest::keyClick(editor.find<QLineEdit>("name"), Qt::Key_Escape);
+        else
+            QTest::mouseClick(editor.find<QPushButton>("cancelButton"), Qt::LeftButton);
+        QVERIFY(editor.window.isHidden());
+        QCOMPARE(editor.items.getCount(), 0);
+        QVERIFY(!editor.items.editorWindow->isVisible());
+    }
+
+    void shouldTakeADroppedPictureAndRemoveItAtOnce()
+    {
+        OpenEditor editor;
+        editor.items.create();
+        QVERIFY(QTest::qWaitForWindowExposed(&editor.window));
+        const int id = editor.items.getCurrentItem()->getID();
+        auto data = std::make_unique<QMimeData>();
+        data->setUrls({QUrl::fromLocalFile(makePicture(QStringLiteral("lamp.png")))});
+        auto *well = editor.find<QLabel>("imageView");
+        QDragEnterEvent enter(well->rect().center(), Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(well, &enter);
+        QVERIFY(enter.isAccepted());
+        QDropEvent drop(well->rect().center(), Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(well, &drop);
+        QVERIFY(!well->pixmap().isNull());
+
+        QTest::mouseClick(editor.find<QPushButton>("okButton"), Qt::LeftButton);
+        QVERIFY(QFile::exists(platform::paths::itemImagePath(id)));
+        QCOMPARE(QImage(platform::paths::itemImagePath(id)).size(), QSize(8, 6));
+
+        editor.items.table->selectRow(0);
+        editor.items.edit();
+        QTest::mouseClick(editor.find<QPushButton>("deleteImageButton"), Qt::LeftButton);
+        QVERIFY(well->pixmap().isNull());
+        QVERIFY(!QFile::exists(platform::paths::itemImagePath(id)));
+    }
+
+    void shouldTakeTheChosenPictureWhenSpaceIsPressedOnTheWell()
+    {
+        OpenEditor editor;
+        editor.items.create();
+        QVERIFY(QTest::qWaitForWindowExposed(&editor.window));
+        TestEnvironment::current().scriptFilePanelAnswers({makePicture(QStringLiteral("chosen.png"))});
+        QTest::keyClick(editor.find<QLabel>("imageView"), Qt::Key_Space);
+        QCOMPARE(TestEnvironment::current().filePanelsShown().size(), 1);
+        QCOMPARE(ItemPicture::image(editor.items.imageView->image()).size(), QSize(8, 6));
+    }
+
+    void shouldMoveTheFocusToAFieldByItsLabelsMnemonic()
+    {
+        OpenEditor editor;
+        editor.items.create();
+        editor.window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&editor.window));
+        QTest::keyClick(&editor.window, Qt::Key_Q, Qt::AltModifier);
+        QCOMPARE(QApplication::focusWidget(), editor.find<QLineEdit>("qty"));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        QCOMPARE(QApplication::focusWidget(), editor.find<QLineEdit>("optimumQty"));
+    }
+};
+
+QUORVEL_TEST(ItemEditorWindowTest)
+#include "ItemEditorWindowTest.moc"

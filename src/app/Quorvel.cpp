@@ -101,7 +101,11 @@ Quorvel::Quorvel(QObject *parent)
         case DatabaseBundle::Items: itemManager->filter(); break;
         case DatabaseBundle::Materials: bomManager->filter(); break;
         case DatabaseBundle::Bills: billManager->filter(); break;
-        case DatabaseBundle::Actions: actionManager->filter(); break;
+        case DatabaseBundle::Actions:
+            actionManager->filter();
+            if (startRepeatChecker)
+                actionManager->kickOffCheckForOverdueActions();
+            break;
         }
     });
 }

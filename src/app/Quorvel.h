@@ -65,8 +65,10 @@ public:
     // Accepted and ignored: a deletion reaches the disk with the next write.
     void setChangeFlag() {}
     DatabaseBundle &getDatabase() { return *database; }
-    // Whether reading the orders starts the order manager's repeat checker
-    // (on unless switched off; the command line makes its one pass itself).
+    // Whether reading the database starts the two worker threads: the order
+    // manager's repeat checker and the task manager's alarm watch (on unless
+    // switched off; the command line makes its one pass itself and rings no
+    // alarms).
     void setStartRepeatChecker(bool on) { startRepeatChecker = on; }
 
     // Routing.

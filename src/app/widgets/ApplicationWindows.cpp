@@ -7,9 +7,14 @@
 #include "app/widgets/PickerWindow.h"
 #include "app/widgets/PrefsWindow.h"
 #include "app/widgets/WelcomePanel.h"
+#include "items/widgets/ItemEditorWindow.h"
 #include "orders/widgets/OrderEditorWindow.h"
+#include "tasks/widgets/AlarmNotifier.h"
+#include "tasks/widgets/CompleteColumnToggle.h"
+#include "tasks/widgets/TaskEditorWindow.h"
 
 #include <QCoreApplication>
+#include <QTableView>
 
 ApplicationWindows::ApplicationWindows(Quorvel &controller, QObject *parent) : QObject(parent), quorvel(controller)
 {
@@ -20,6 +25,11 @@ ApplicationWindows::ApplicationWindows(Quorvel &controller, QObject *parent) : Q
     welcome = std::make_unique<WelcomePanel>(*preferences, nullptr);
     picker = std::make_unique<PickerWindow>(*quorvel.getPicker(), nullptr);
     orderEditor = std::make_unique<OrderEditorWindow>(*quorvel.getOrderManager(), nullptr);
+    itemEditor = std::make_unique<ItemEditorWindow>(*quorvel.getItemManager(), nullptr);
+    taskEditor = std::make_unique<TaskEditorWindow>(*quorvel.getActionManager(), nullptr);
+    alarmNotifier = std::make_unique<AlarmNotifier>(*quorvel.getActionManager());
+    CompleteColumnToggle::install(main->findChild<QTableView *>(QStringLiteral("actionTableView")),
+                                  *quorvel.getActionManager());
     connect(&quorvel, &Quorvel::terminateRequested, this, &ApplicationWindows::terminate);
 }
 

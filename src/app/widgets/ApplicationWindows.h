@@ -1,19 +1,22 @@
 #pragma once
 // The program's windows over one controller: the main window, the notepad,
-// the preferences, the welcome panel, the picker and the order editor, bound to the
-// controller's outlets. `start()` runs the controller's start-up with the
-// windows in place and shows the main window; a request to quit saves
-// everything (the controller's applicationShouldTerminate) and ends the
-// event loop.
+// the preferences, the welcome panel, the picker, the order editor and the
+// item editor, bound to the controller's outlets. `start()` runs the
+// controller's start-up with the windows in place and shows the main
+// window; a request to quit saves everything (the controller's
+// applicationShouldTerminate) and ends the event loop.
 #include <QObject>
 #include <memory>
 
+class AlarmNotifier;
+class ItemEditorWindow;
 class MainWindow;
 class NotepadWindow;
 class OrderEditorWindow;
 class PickerWindow;
 class PrefsWindow;
 class Quorvel;
+class TaskEditorWindow;
 class WelcomePanel;
 
 class ApplicationWindows : public QObject
@@ -34,6 +37,8 @@ public:
     WelcomePanel *welcomePanel() const { return welcome.get(); }
     PickerWindow *pickerWindow() const { return picker.get(); }
     OrderEditorWindow *orderEditorWindow() const { return orderEditor.get(); }
+    ItemEditorWindow *itemEditorWindow() const { return itemEditor.get(); }
+    TaskEditorWindow *taskEditorWindow() const { return taskEditor.get(); }
 
 private:
     Quorvel &quorvel;
@@ -43,5 +48,8 @@ private:
     std::unique_ptr<WelcomePanel> welcome;
     std::unique_ptr<PickerWindow> picker;
     std::unique_ptr<OrderEditorWindow> orderEditor;
+    std::unique_ptr<ItemEditorWindow> itemEditor;
+    std::unique_ptr<TaskEditorWindow> taskEditor;
+    std::unique_ptr<AlarmNotifier> alarmNotifier;
     bool terminated = false;
 };

@@ -66,20 +66,6 @@ QString withArguments(const QString &format, const QStringList &arguments)
     return out;
 }
 
-// A float as a field shows it when it is given the number itself: the
-// fewest decimals that still read back as the same float (107.5, 20, -3.25),
-// with "." whatever the locale.
-QString floatText(float number)
-{
-    if (number == 0.0f)
-        return u"0"_s;
-    for (int decimals = 0; decimals <= 9; ++decimals) {
-        const QString text = QString::number(double(number), 'f', decimals);
-        if (float(text.toDouble()) == number)
-            return text;
-    }
-    return QString::number(double(number), 'g', 9);
-}
 
 void setIfPresent(TextField *field, const QString &text)
 {
@@ -498,7 +484,7 @@ void OrderManager::calculateBalance()
     float owed = value->floatValue() + taxAmount->floatValue();
     owed = owed + shipping->floatValue();
     owed = owed - deposit->floatValue();
-    balance->setStringValue(floatText(owed));
+    balance->setStringValue(platform::shortestFloatText(owed));
     Q_EMIT valueTextDidChange();
 }
 

@@ -260,4 +260,16 @@ bool containsText(QStringView haystack, QStringView needle)
     return false;
 }
 
+QString shortestFloatText(float number)
+{
+    if (number == 0.0f)
+        return QStringLiteral("0");
+    for (int decimals = 0; decimals <= 9; ++decimals) {
+        const QString text = QString::number(double(number), 'f', decimals);
+        if (float(text.toDouble()) == number)
+            return text;
+    }
+    return QString::number(double(number), 'g', 9);
+}
+
 }  // namespace platform

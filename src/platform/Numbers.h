@@ -26,6 +26,10 @@ bool isNumeric(QStringView text);
 // rounded as printf rounds, with "." whatever the locale.
 QString format2(double value);
 // "%f": six decimals.
+// A float as a text field shows the number itself: the fewest decimals that
+// still read back as the same float (107.5, 20, -3.25, 0.35416666), with "."
+// whatever the locale.
+QString shortestFloatText(float number);
 QString format6(double value);
 // "%i" / "%d".
 inline QString formatInt(int value) { return QString::number(value); }

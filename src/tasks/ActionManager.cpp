@@ -21,20 +21,6 @@ const QString monthFirst = u"%m/%d/%y"_s;
 const QString timeFormat = u"%H:%M"_s;
 const QString completeColumn = u"complete"_s;
 
-// A float as a field shows the number itself: the fewest decimals that
-// still read back as the same float (8.5, 340, 0.3541667, -8.5), with "."
-// whatever the locale.
-QString floatText(float number)
-{
-    if (number == 0.0f)
-        return u"0"_s;
-    for (int decimals = 0; decimals <= 9; ++decimals) {
-        const QString text = QString::number(double(number), 'f', decimals);
-        if (float(text.toDouble()) == number)
-            return text;
-    }
-    return QString::number(double(number), 'g', 9);
-}
 
 }  // namespace
 
@@ -244,7 +230,7 @@ std::optional<float> ActionManager::calculateTotalTime()
     const double seconds = double(start->msecsTo(*end)) / 1000.0;
     const float hours = float(seconds / 60.0) / 60.0f;
     const float result = totalTimeUnits->titleOfSelectedItem() == "Days"_L1 ? hours / 24.0f : hours;
-    totalTime->setStringValue(floatText(result));
+    totalTime->setStringValue(platform::shortestFloatText(result));
     calculationMessage->setStringValue(u""_s);
     return result;
 }
@@ -258,7 +244,7 @@ std::optional<float> ActionManager::calculateTotalCharge()
         return std::nullopt;
     }
     const float charge = totalTime->floatValue() * rate->floatValue();
-    totalCharge->setStringValue(floatText(charge));
+    totalCharge->setStringValue(platform::shortestFloatText(charge));
     calculationMessage->setStringValue(u""_s);
     return charge;
 }

@@ -2,6 +2,7 @@
 
 #include "app/PrefsController.h"
 #include "app/Quorvel.h"
+#include "cli/CliOutput.h"
 #include "cli/CliDatabase.h"
 #include "cli/ReportCommands.h"
 #include "orders/Order.h"
@@ -25,19 +26,6 @@
 namespace cli {
 
 namespace {
-
-void say(QIODevice &device, const QString &line)
-{
-    device.write(line.toUtf8());
-    device.write("\n");
-}
-
-int usageError(QIODevice &err, const QString &why)
-{
-    say(err, QStringLiteral("quorvel-cli: ") + why);
-    err.write(usage().toUtf8());
-    return UsageError;
-}
 
 // Every record of a collection as a table row, whatever the filter says.
 class AllRecords : public kdDataSource
@@ -117,23 +105,6 @@ std::optional<Options> parseOptions(const QStringList &arguments, const QStringL
         options.values.insert(name, value);
     }
     return options;
-}
-
-bool writeOutput(const QByteArray &bytes, const QString &path, QIODevice &out, QIODevice &err)
-{
-    if (path.isEmpty()) {
-        if (out.write(bytes) != bytes.size()) {
-            say(err, QStringLiteral("quorvel-cli: cannot write to standard output"));
-            return false;
-        }
-        return true;
-    }
-    QString why;
-    if (!platform::plist::writeFileAtomically(path, bytes, &why)) {
-        say(err, QStringLiteral("quorvel-cli: cannot write %1: %2").arg(path, why));
-        return false;
-    }
-    return true;
 }
 
 int exportCommand(const QStringList &arguments, QIODevice &out, QIODevice &err)

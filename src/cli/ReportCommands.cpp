@@ -2,6 +2,7 @@
 
 #include "app/PrefsController.h"
 #include "app/Quorvel.h"
+#include "cli/CliOutput.h"
 #include "cli/CommandLine.h"
 #include "contacts/Contact.h"
 #include "contacts/ContactManager.h"
@@ -21,19 +22,6 @@
 namespace cli {
 
 namespace {
-
-void say(QIODevice &device, const QString &line)
-{
-    device.write(line.toUtf8());
-    device.write("\n");
-}
-
-int usageError(QIODevice &err, const QString &why)
-{
-    say(err, QStringLiteral("quorvel-cli: ") + why);
-    err.write(usage().toUtf8());
-    return UsageError;
-}
 
 struct ReportOptions {
     QStringList positional;
@@ -78,23 +66,6 @@ std::optional<ReportOptions> parseReportOptions(const QStringList &arguments, QS
             options.contact = value;
     }
     return options;
-}
-
-bool writeOutput(const QByteArray &bytes, const QString &path, QIODevice &out, QIODevice &err)
-{
-    if (path.isEmpty()) {
-        if (out.write(bytes) != bytes.size()) {
-            say(err, QStringLiteral("quorvel-cli: cannot write to standard output"));
-            return false;
-        }
-        return true;
-    }
-    QString why;
-    if (!platform::plist::writeFileAtomically(path, bytes, &why)) {
-        say(err, QStringLiteral("quorvel-cli: cannot write %1: %2").arg(path, why));
-        return false;
-    }
-    return true;
 }
 
 // The user's date order, as the program's preferences keep it.

@@ -1,12 +1,281 @@
 #include "contacts/ContactManager.h"
 
+#include "app/PrefsController.h"
+#include "app/Quorvel.h"
 #include "contacts/Contact.h"
+#include "platform/Alerts.h"
+#include "platform/Localised.h"
 #include "platform/Numbers.h"
+#include "platform/Workspace.h"
+
+#include <QHash>
+
+using namespace Qt::Literals::StringLiterals;
+using platform::localised;
+
+namespace {
+
+const QString companyKind = u"Company"_s;
+const QString companyContactKind = u"Company Contact"_s;
+
+Contact *asContact(dataObject *record)
+{
+    return static_cast<Contact *>(record);
+}
+
+bool isCompanyContact(const Contact *contact)
+{
+    return contact->getKind() == companyContactKind;
+}
+
+// The outline's columns shown under the list's field names.
+QString outlineColumnFor(const QString &columnId)
+{
+    if (columnId == u"1" || columnId == u"name")
+        return u"1"_s;
+    if (columnId == u"2" || columnId == u"add1")
+        return u"2"_s;
+    if (columnId == u"3" || columnId == u"type")
+        return u"3"_s;
+    return QString();
+}
+
+}  // namespace
 
 ContactManager::ContactManager(Quorvel *controller, QObject *parent)
-    : ListManager(controller, QStringLiteral("contacts"), QStringLiteral("Delete contact"), parent),
-      typeFilter(new PopUp(this))
+    : ListManager(controller, u"contacts"_s, u"Delete contact"_s, parent),
+      typeFilter(new PopUp(this)),
+      editorWindow(new Window(this)),
+      name(new TextField(this)),
+      add1(new TextField(this)),
+      add2(new TextField(this)),
+      add3(new TextField(this)),
+      postcode(new TextField(this)),
+      phone(new TextField(this)),
+      mobile(new TextField(this)),
+      fax(new TextField(this)),
+      email(new TextField(this)),
+      type(new PopUp(this)),
+      title(new PopUp(this)),
+      website(new TextField(this)),
+      comments(new TextView(this))
 {
+    typeFilter->addItems({localised("All"), localised("Customer"), localised("Supplier")});
+    typeFilter->selectItemAtIndex(0);
+    connect(typeFilter, &PopUp::activated, this, [this] { filter(); });
+}
+
+// --- the outline -----------------------------------------------------------
+
+bool ContactManager::isTopLevel(const Contact *contact) const
+{
+    return !isCompanyContact(contact);
+}
+
+int ContactManager::numberOfChildrenOfItem(const Contact *item) const
+{
+    return item ? countContactsforThisCompany(item->getID()) : countVisibleCompanies();
+}
+
+Contact *ContactManager::child(int index, const Contact *item) const
+{
+    return item ? getnthContact(index, item->getID()) : getnthVisibleCompany(index);
+}
+
+bool ContactManager::isItemExpandable(const Contact *item) const
+{
+    return item && item->getKind() == companyKind;
+}
+
+QString ContactManager::objectValueForOutlineColumn(const QString &columnId, const Contact *item) const
+{
+    if (!item)
+        return u""_s;
+    if (columnId == u"1")
+        return item->getName();
+    if (columnId == u"2") {
+        if (isCompanyContact(item) || item->getAdd1().isEmpty())
+            return u""_s;
+        return u" "_s + item->getAdd1();
+    }
+    if (columnId == u"3") {
+        if (isCompanyContact(item) || item->getType() == u"Other")
+            return u""_s;
+        return item->getType();
+    }
+    return u""_s;
+}
+
+bool ContactManager::isExpanded(const Contact *company) const
+{
+    return company && isItemExpandable(company) && !collapsed.contains(company->getID());
+}
+
+void ContactManager::setExpanded(const Contact *company, bool expanded)
+{
+    if (!company)
+        return;
+    if (expanded)
+        collapsed.remove(company->getID());
+    else
+        collapsed.insert(company->getID());
+    rowsChanged();
+    reloadData();
+}
+
+// The rows are built in one pass over the collection and kept until the
+// list is filtered, sorted, reloaded or changes its number of records.
+void ContactManager::ensureRows() const
+{
+    if (rowsValid && countedRecords == getCount())
+        return;
+    rows.clear();
+    QHash<int, std::vector<Contact *>> people;
+    for (dataObject *record : records()) {
+        Contact *contact = asContact(record);
+        if (isCompanyContact(contact))
+            people[contact->getCompany()].push_back(contact);
+    }
+    for (dataObject *record : records()) {
+        Contact *contact = asContact(record);
+        if (!isTopLevel(contact) || !contact->getVisible())
+            continue;
+        rows.push_back(contact);
+        if (isExpanded(contact)) {
+            const auto found = people.constFind(contact->getID());
+            if (found != people.constEnd())
+                rows.insert(rows.end(), found->begin(), found->end());
+        }
+    }
+    countedRecords = getCount();
+    rowsValid = true;
+}
+
+Contact *ContactManager::contactAtRow(int row) const
+{
+    ensureRows();
+    return row >= 0 && size_t(row) < rows.size() ? rows[size_t(row)] : nullptr;
+}
+
+int ContactManager::numberOfRowsInTableView() const
+{
+    ensureRows();
+    return int(rows.size());
+}
+
+QString ContactManager::objectValueForTableColumn(const QString &columnId, int row) const
+{
+    const Contact *contact = contactAtRow(row);
+    if (!contact)
+        return u""_s;
+    const QString outlineColumn = outlineColumnFor(columnId);
+    return outlineColumn.isNull() ? contact->getFieldByName(columnId)
+                                  : objectValueForOutlineColumn(outlineColumn, contact);
+}
+
+void ContactManager::didClickTableColumn(const QString &columnId, bool ascending)
+{
+    const QString outlineColumn = outlineColumnFor(columnId);
+    QString field = columnId;
+    if (outlineColumn == u"1")
+        field = u"name"_s;
+    else if (outlineColumn == u"2")
+        field = u"add1"_s;
+    else if (outlineColumn == u"3")
+        field = u"type"_s;
+    sortByColumn(field, ascending, 0);
+    rowsChanged();
+    reloadData();
+}
+
+// --- counting and lookups --------------------------------------------------
+
+int ContactManager::countCompanies() const
+{
+    int count = 0;
+    for (dataObject *record : records())
+        count += isTopLevel(asContact(record)) ? 1 : 0;
+    return count;
+}
+
+int ContactManager::countSuppliers() const
+{
+    int count = 0;
+    for (dataObject *record : records())
+        count += asContact(record)->getType() == u"Supplier" ? 1 : 0;
+    return count;
+}
+
+int ContactManager::countVisibleCompanies() const
+{
+    int count = 0;
+    for (dataObject *record : records())
+        count += isTopLevel(asContact(record)) && record->getVisible() ? 1 : 0;
+    return count;
+}
+
+int ContactManager::countContactsforThisCompany(int companyId) const
+{
+    int count = 0;
+    for (dataObject *record : records()) {
+        const Contact *contact = asContact(record);
+        count += isCompanyContact(contact) && contact->getCompany() == companyId ? 1 : 0;
+    }
+    return count;
+}
+
+Contact *ContactManager::getnthCompany(int n) const
+{
+    if (getCount() == 0 || n + 1 > getCount())
+        return nullptr;
+    int count = 0;
+    for (dataObject *record : records()) {
+        if (isTopLevel(asContact(record)) && ++count == n + 1)
+            return asContact(record);
+    }
+    return nullptr;
+}
+
+Contact *ContactManager::getnthSupplier(int n) const
+{
+    if (getCount() == 0 || n + 1 > getCount())
+        return nullptr;
+    int count = 0;
+    for (dataObject *record : records()) {
+        if (asContact(record)->getType() == u"Supplier" && ++count == n + 1)
+            return asContact(record);
+    }
+    return nullptr;
+}
+
+Contact *ContactManager::getnthVisibleCompany(int n) const
+{
+    if (getCount() == 0 || n + 1 > getCount())
+        return nullptr;
+    int count = 0;
+    for (dataObject *record : records()) {
+        if (isTopLevel(asContact(record)) && record->getVisible() && ++count == n + 1)
+            return asContact(record);
+    }
+    return nullptr;
+}
+
+// The found test is made at every company's person, not only at those of
+// the asked company: with n = -1 (no row selected) the first person of
+// another company met before any of this company's is the answer.
+Contact *ContactManager::getnthContact(int n, int companyId) const
+{
+    int count = 0;
+    for (dataObject *record : records()) {
+        Contact *contact = asContact(record);
+        if (!isCompanyContact(contact))
+            continue;
+        if (contact->getCompany() == companyId)
+            ++count;
+        if (count == n + 1)
+            return contact;
+    }
+    return nullptr;
 }
 
 Contact *ContactManager::getContactbyId(const QString &id) const
@@ -14,22 +283,214 @@ Contact *ContactManager::getContactbyId(const QString &id) const
     return static_cast<Contact *>(getItemById(platform::intValue(id)));
 }
 
-Contact *ContactManager::getContactbyName(const QString &name) const
+Contact *ContactManager::getContactbyName(const QString &text) const
 {
     for (dataObject *record : records()) {
-        auto *contact = static_cast<Contact *>(record);
-        if (contact->getName() == name)
-            return contact;
+        if (asContact(record)->getName() == text)
+            return asContact(record);
     }
     return nullptr;
+}
+
+// --- the editor of individuals ---------------------------------------------
+
+void ContactManager::create()
+{
+    pending = std::make_unique<Contact>();
+    creating = true;
+    setItem(pending.get());
+    show();
+}
+
+void ContactManager::createForCurrentOrder()
+{
+    create();
+    creatingForOrder = quorvel ? quorvel->getCurrentOrder() : 0;
+}
+
+void ContactManager::edit()
+{
+    if (Contact *contact = contactAtRow(table->selectedRow())) {
+        currentItem = contact;
+        editThisContact(contact);
+    }
 }
 
 void ContactManager::editThisContact(Contact *contact)
 {
     currentItem = contact;
+    if (!contact)
+        return;
+    if (contact->getKind() == companyKind) {
+        Q_EMIT companyEditRequested(contact);
+    } else if (isCompanyContact(contact)) {
+        Q_EMIT companyContactEditRequested(contact);
+    } else {
+        setItem(contact);
+        show();
+    }
 }
 
-void ContactManager::createForCurrentOrder()
+void ContactManager::setItem(Contact *contact)
 {
-    // Nothing yet: the contact editor comes with the contacts work.
+    currentItem = contact;
+    if (!contact)
+        return;
+    title->selectItemWithTitle(contact->getTitle());
+    comments->setString(contact->getComments());
+    name->setStringValue(contact->getName());
+    add1->setStringValue(contact->getAdd1());
+    add2->setStringValue(contact->getAdd2());
+    add3->setStringValue(contact->getAdd3());
+    postcode->setStringValue(contact->getPostcode());
+    email->setStringValue(contact->getEmail());
+    fax->setStringValue(contact->getFax());
+    mobile->setStringValue(contact->getMobile());
+    phone->setStringValue(contact->getPhone());
+    type->selectItemWithTitle(contact->getType());
+    rowsChanged();
+    reloadData();
+}
+
+void ContactManager::finish()
+{
+    Contact *contact = currentItem;
+    if (!contact)
+        return;
+    contact->setTitle(title->titleOfSelectedItem());
+    contact->setComments(comments->string());
+    contact->setName(name->stringValue());
+    contact->setAdd1(add1->stringValue());
+    contact->setAdd2(add2->stringValue());
+    contact->setAdd3(add3->stringValue());
+    contact->setPostcode(postcode->stringValue());
+    contact->setEmail(email->stringValue());
+    contact->setFax(fax->stringValue());
+    contact->setMobile(mobile->stringValue());
+    contact->setPhone(phone->stringValue());
+    // The web address is not edited here: it stays as the record has it.
+    const QString chosenType = type->titleOfSelectedItem();
+    if (!chosenType.isEmpty())
+        contact->setType(chosenType);
+    if (creatingForOrder != 0) {
+        if (quorvel)
+            quorvel->connectContact(contact, creatingForOrder);
+        creatingForOrder = 0;
+    }
+    if (creating) {
+        if (pending.get() == contact)
+            add(pending.release());
+        creating = false;
+    }
+    hide();
+    filter();
+    if (quorvel)
+        quorvel->writeDatabase(this);
+}
+
+void ContactManager::cancel()
+{
+    creatingForOrder = 0;
+    creating = false;
+    hide();
+    if (pending) {
+        if (currentItem == pending.get())
+            currentItem = nullptr;
+        pending.reset();
+    }
+}
+
+void ContactManager::show()
+{
+    editorWindow->makeKeyAndOrderFront();
+}
+
+void ContactManager::hide()
+{
+    editorWindow->orderOut();
+}
+
+// --- the list --------------------------------------------------------------
+
+void ContactManager::filter()
+{
+    const QString text = searchField->stringValue();
+    const QString chosen = typeFilter->titleOfSelectedItem();
+    QString wantedType;
+    if (!chosen.isNull() && chosen == localised("Customer"))
+        wantedType = u"Customer"_s;
+    else if (!chosen.isNull() && chosen == localised("Supplier"))
+        wantedType = u"Supplier"_s;
+    filterBy([&](const dataObject &record) {
+        if (!text.isEmpty() && !record.contains(text))
+            return false;
+        return wantedType.isNull() || static_cast<const Contact &>(record).getType() == wantedType;
+    });
+    rowsChanged();
+    reloadData();
+}
+
+void ContactManager::deleteKey()
+{
+    Contact *contact = contactAtRow(table->selectedRow());
+    if (!contact)
+        return;
+    const int answer = platform::runAlert(localised("Delete contact"),
+                                          localised("Do you want to delete the selected item from the database?"),
+                                          localised("OK"), localised("Cancel"));
+    if (answer == 1)
+        deleteRecord(contact);
+    if (quorvel)
+        quorvel->setChangeFlag();
+}
+
+void ContactManager::deleteRecord(dataObject *record)
+{
+    if (record == currentItem)
+        currentItem = nullptr;
+    deleteItem(record);
+    rowsChanged();
+    if (table->selectedRow() >= numberOfRowsInTableView())
+        table->selectRow(numberOfRowsInTableView() - 1);
+    reloadData();
+}
+
+void ContactManager::copyContact()
+{
+    QString text = u""_s;
+    if (const Contact *contact = currentItem) {
+        if (!contact->getTitle().isEmpty())
+            text += contact->getTitle() + u" "_s;
+        text += contact->getName() + u"\r"_s + contact->getAdd1() + u"\r"_s + contact->getAdd2() + u"\r"_s
+              + contact->getAdd3() + u"\r"_s + contact->getPostcode() + u"\r"_s;
+    }
+    platform::setPasteboardString(text);
+}
+
+void ContactManager::pasteContact()
+{
+    const QString text = platform::pasteboardString();
+    QStringList parts = text.split(u'\n');
+    if (parts.size() < 2)
+        parts = text.split(u'\r');
+    // The fields are filled in order until a part is missing.
+    name->setStringValue(parts.value(0));
+    if (parts.size() < 2)
+        return;
+    add1->setStringValue(parts.at(1));
+    if (parts.size() < 3)
+        return;
+    add2->setStringValue(parts.at(2));
+    if (parts.size() > 4) {
+        add3->setStringValue(parts.at(3));
+        postcode->setStringValue(parts.at(4));
+    } else {
+        postcode->setStringValue(parts.last());
+    }
+}
+
+void ContactManager::sendEmail()
+{
+    if (currentItem)
+        platform::openUrl(u"mailto:"_s + email->stringValue());
 }

@@ -1,10 +1,20 @@
 #pragma once
-// The contacts list (individual customers and suppliers, companies and
-// their people) and its editors. The list so far is a flat table of every
-// contact; the company outline and the editors follow.
+// The contacts list and the editor of individuals. The list is a two-level
+// outline: individuals and companies at the top, and under each company
+// the people who work there ("Company Contact" records), shown whatever
+// their own visible flag. The table of the contacts tab shows the
+// outline's rows: each visible top-level record, followed by its people
+// when it is an expanded company. Companies and their people are edited in
+// their own editors; this manager asks for them through two signals.
 #include "app/ListManager.h"
+#include "platform/outlets/TextView.h"
+#include "platform/outlets/Window.h"
 
-class Contact;
+#include <QSet>
+#include <memory>
+#include <vector>
+
+#include "contacts/Contact.h"
 
 class ContactManager : public ListManager
 {
@@ -14,6 +24,34 @@ public:
 
     // The view of the contacts tab.
     TableView *getCompanyOutline() const { return table; }
+
+    // The outline. `nullptr` stands for the root.
+    int numberOfChildrenOfItem(const Contact *item) const;
+    Contact *child(int index, const Contact *item) const;
+    bool isItemExpandable(const Contact *item) const;
+    // Column "1" is the name, "2" " add1" (none for a company's person),
+    // "3" the type with "Other" shown as "" (none for a company's person).
+    QString objectValueForOutlineColumn(const QString &columnId, const Contact *item) const;
+    // Companies start expanded; collapsing one hides its people from the
+    // rows of the table.
+    bool isExpanded(const Contact *company) const;
+    void setExpanded(const Contact *company, bool expanded);
+    // The record shown in that row of the table, none outside.
+    Contact *contactAtRow(int row) const;
+
+    int numberOfRowsInTableView() const override;
+    QString objectValueForTableColumn(const QString &columnId, int row) const override;
+    void didClickTableColumn(const QString &columnId, bool ascending) override;
+
+    // Counting and lookups, in collection order.
+    int countCompanies() const;
+    int countSuppliers() const;
+    int countVisibleCompanies() const;
+    int countContactsforThisCompany(int companyId) const;
+    Contact *getnthCompany(int n) const;
+    Contact *getnthSupplier(int n) const;
+    Contact *getnthVisibleCompany(int n) const;
+    Contact *getnthContact(int n, int companyId) const;
     // The first contact with that id ("%i" text), none when there is none.
     Contact *getContactbyId(const QString &id) const;
     // The first contact whose name equals the text exactly, none when none.
@@ -21,15 +59,67 @@ public:
     // The contact open in the editor, none when none.
     Contact *getCurrentItem() const { return currentItem; }
     void setCurrentItem(Contact *contact) { currentItem = contact; }
-    // Opens the editor that suits the contact (person, company or a
-    // company's person).
-    void editThisContact(Contact *contact);
+    bool isCreating() const { return creating; }
+    int getCreatingForOrder() const { return creatingForOrder; }
+
+    // The editor of individuals.
+    void create() override;
     // A new contact for the application's current order, in the contact
     // editor, linked to that order when it is finished.
     void createForCurrentOrder();
+    void edit() override;
+    // Opens the editor that suits the contact (person, company or a
+    // company's person).
+    void editThisContact(Contact *contact);
+    void setItem(Contact *contact);
+    void finish();
+    void cancel();
+    void show();
+    void hide();
+
+    void filter() override;
+    // The delete question for the record of the selected outline row.
+    void deleteKey() override;
+    void deleteRecord(dataObject *record) override;
+    // The postal block of the open contact to the pasteboard, and one from
+    // the pasteboard into the editor's fields.
+    void copyContact();
+    void pasteContact();
+    // Opens the mail program on the address in the editor's e-mail field.
+    void sendEmail();
 
     PopUp *typeFilter;
+    Window *editorWindow;
+    TextField *name;
+    TextField *add1;
+    TextField *add2;
+    TextField *add3;
+    TextField *postcode;
+    TextField *phone;
+    TextField *mobile;
+    TextField *fax;
+    TextField *email;
+    PopUp *type;
+    PopUp *title;
+    TextField *website;
+    TextView *comments;
+
+Q_SIGNALS:
+    // A company, or a company's person, is to be opened in its editor.
+    void companyEditRequested(Contact *company);
+    void companyContactEditRequested(Contact *person);
 
 private:
+    bool isTopLevel(const Contact *contact) const;
+    void ensureRows() const;
+    void rowsChanged() { rowsValid = false; }
+
     Contact *currentItem = nullptr;
+    std::unique_ptr<Contact> pending;   // the new contact until it is finished
+    bool creating = false;
+    int creatingForOrder = 0;
+    QSet<int> collapsed;   // ids of companies whose people are hidden
+    mutable std::vector<Contact *> rows;
+    mutable bool rowsValid = false;
+    mutable int countedRecords = 0;
 };

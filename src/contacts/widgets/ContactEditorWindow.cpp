@@ -1,0 +1,119 @@
+#include "contacts/widgets/ContactEditorWindow.h"
+
+#include "app/widgets/OutletBinding.h"
+#include "app/widgets/WindowPlacement.h"
+#include "contacts/ContactManager.h"
+#include "platform/Localised.h"
+
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+using platform::localised;
+
+namespace {
+
+QLineEdit *lineEdit(TextField *outlet, const QString &name)
+{
+    auto *edit = new QLineEdit;
+    edit->setObjectName(name);
+    binding::bind(outlet, edit);
+    return edit;
+}
+
+QComboBox *popUp(PopUp *outlet, const QString &name)
+{
+    auto *box = new QComboBox;
+    box->setObjectName(name);
+    binding::bind(outlet, box);
+    return box;
+}
+
+QPushButton *pushButton(const QString &text, const QString &name)
+{
+    auto *button = new QPushButton(text);
+    button->setObjectName(name);
+    button->setAutoDefault(false);  // Enter belongs to OK
+    return button;
+}
+
+}  // namespace
+
+ContactEditorWindow::ContactEditorWindow(ContactManager &manager, QWidget *parent) : QDialog(parent), contacts(manager)
+{
+    setObjectName(QStringLiteral("contactEditorWindow"));
+    setWindowTitle(localised("Contact"));
+    setModal(false);
+    setSizeGripEnabled(true);
+
+    auto *form = new QFormLayout;
+    form->addRow(localised("Title:"), popUp(contacts.title, QStringLiteral("title")));
+    nameEdit = lineEdit(contacts.name, QStringLiteral("name"));
+    form->addRow(localised("Name:"), nameEdit);
+    form->addRow(localised("Address:"), lineEdit(contacts.add1, QStringLiteral("add1")));
+    form->addRow(QString(), lineEdit(contacts.add2, QStringLiteral("add2")));
+    form->addRow(QString(), lineEdit(contacts.add3, QStringLiteral("add3")));
+    form->addRow(localised("Postcode:"), lineEdit(contacts.postcode, QStringLiteral("postcode")));
+    form->addRow(localised("Phone:"), lineEdit(contacts.phone, QStringLiteral("phone")));
+    form->addRow(localised("Mobile:"), lineEdit(contacts.mobile, QStringLiteral("mobile")));
+    form->addRow(localised("Fax:"), lineEdit(contacts.fax, QStringLiteral("fax")));
+    auto *emailRow = new QHBoxLayout;
+    emailRow->addWidget(lineEdit(contacts.email, QStringLiteral("email")), 1);
+    QPushButton *send = pushButton(localised("E-mail"), QStringLiteral("sendEmailButton"));
+    connect(send, &QPushButton::clicked, this, [this] { contacts.sendEmail(); });
+    emailRow->addWidget(send);
+    form->addRow(localised("E-mail:"), emailRow);
+    form->addRow(localised("Type"), popUp(contacts.type, QStringLiteral("type")));
+    auto *notes = new QPlainTextEdit;
+    notes->setObjectName(QStringLiteral("comments"));
+    notes->setTabChangesFocus(true);
+    binding::bind(contacts.comments, notes);
+    form->addRow(QString(), notes);
+
+    auto *postal = new QHBoxLayout;
+    QPushButton *copy = pushButton(localised("Copy Address"), QStringLiteral("copyContactButton"));
+    connect(copy, &QPushButton::clicked, this, [this] { contacts.copyContact(); });
+    QPushButton *paste = pushButton(localised("Paste Address"), QStringLiteral("pasteContactButton"));
+    connect(paste, &QPushButton::clicked, this, [this] { contacts.pasteContact(); });
+    postal->addWidget(copy);
+    postal->addWidget(paste);
+    postal->addStretch(1);
+
+    auto *buttons = new QDialogButtonBox(this);
+    QPushButton *ok = buttons->addButton(localised("OK"), QDialogButtonBox::AcceptRole);
+    ok->setObjectName(QStringLiteral("okButton"));
+    ok->setDefault(true);
+    QPushButton *cancelling = buttons->addButton(localised("Cancel"), QDialogButtonBox::RejectRole);
+    cancelling->setObjectName(QStringLiteral("cancelButton"));
+    cancelling->setAutoDefault(false);
+    connect(ok, &QPushButton::clicked, this, [this] { contacts.finish(); });
+    connect(cancelling, &QPushButton::clicked, this, &ContactEditorWindow::reject);
+
+    auto *layout = new QVBoxLayout(this);
+    layout->addLayout(form, 1);
+    layout->addLayout(postal);
+    layout->addWidget(buttons);
+
+    binding::bind(contacts.editorWindow, this);
+    placement::remember(this, QStringLiteral("QuorvelContactEditorWindowGeometry"), QSize(460, 540));
+}
+
+ContactEditorWindow::~ContactEditorWindow() = default;
+
+void ContactEditorWindow::showEvent(QShowEvent *event)
+{
+    QDialog::showEvent(event);
+    nameEdit->setFocus(Qt::OtherFocusReason);
+}
+
+void ContactEditorWindow::reject()
+{
+    contacts.cancel();
+    if (isVisible())
+        QDialog::reject();
+}

@@ -1,0 +1,30 @@
+#pragma once
+// The editor of individual contacts: one window over the contact manager's
+// editor outlets. Name, form of address, the three address lines and the
+// postcode, the phone numbers and e-mail (with a button that opens the mail
+// program), the type and the notes; the postal block is copied to and
+// pasted from the pasteboard. OK stores the contact; Cancel, Escape and the
+// close box abandon it. The window remembers its size and place.
+#include <QDialog>
+
+class ContactManager;
+class QLineEdit;
+
+class ContactEditorWindow : public QDialog
+{
+    Q_OBJECT
+public:
+    explicit ContactEditorWindow(ContactManager &manager, QWidget *parent = nullptr);
+    ~ContactEditorWindow() override;
+
+public Q_SLOTS:
+    // Escape, the Cancel button and the close box.
+    void reject() override;
+
+protected:
+    void showEvent(QShowEvent *event) override;
+
+private:
+    ContactManager &contacts;
+    QLineEdit *nameEdit = nullptr;
+};

@@ -1,0 +1,235 @@
+// The contacts list of a running controller, with no window: the outline of
+// companies and their people, the counts and lookups other lists walk,
+// the filter, deleting, the editor of individuals and the postal block on
+// the pasteboard.
+#include "TestEnvironment.h"
+#include "TestMain.h"
+
+#include "app/Quorvel.h"
+#include "contacts/Contact.h"
+#include "contacts/ContactManager.h"
+#include "platform/Paths.h"
+#include "platform/Workspace.h"
+
+#include <QFile>
+#include <QTest>
+
+using testlib::TestEnvironment;
+
+namespace {
+
+Contact *addContact(ContactManager &contacts, int id, const QString &name, const QString &kind,
+                    const QString &type = QStringLiteral("Customer"), int company = 0)
+{
+    auto *contact = new Contact;
+    contact->setID(id);
+    contact->setName(name);
+    contact->setKind(kind);
+    contact->setType(type);
+    contact->setCompany(company);
+    contacts.add(contact);
+    return contact;
+}
+
+// Acme (1) with Bob and Cat, Ann on her own, Zed of a deleted company 9,
+// Dee of Bolt (5), Bolt a supplier.
+void fillWithCompanies(ContactManager &contacts)
+{
+    addContact(contacts, 7, QStringLiteral("Zed Old"), QStringLiteral("Company Contact"), QStringLiteral("Supplier"), 9);
+    addContact(contacts, 1, QStringLiteral("Acme"), QStringLiteral("Company"));
+    addContact(contacts, 2, QStringLiteral("Bob Hill"), QStringLiteral("Company Contact"), QStringLiteral("Customer"), 1);
+    addContact(contacts, 3, QStringLiteral("Ann Lee"), QStringLiteral("Individual"), QStringLiteral("Other"));
+    addContact(contacts, 4, QStringLiteral("Cat Ray"), QStringLiteral("Company Contact"), QStringLiteral("Customer"), 1);
+    addContact(contacts, 5, QStringLiteral("Bolt"), QStringLiteral("Company"), QStringLiteral("Supplier"));
+    addContact(contacts, 6, QStringLiteral("Dee Fox"), QStringLiteral("Company Contact"), QStringLiteral("Customer"), 5);
+}
+
+QStringList names(const ContactManager &contacts)
+{
+    QStringList shown;
+    for (int row = 0; row < contacts.numberOfRowsInTableView(); ++row)
+        shown << contacts.objectValueForTableColumn(QStringLiteral("1"), row);
+    return shown;
+}
+
+}  // namespace
+
+class ContactManagerTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void shouldListCompaniesWithTheirPeopleAndDropThoseOfADeletedCompany()
+    {
+        Quorvel quorvel;
+        ContactManager &contacts = *quorvel.getContactManager();
+        fillWithCompanies(contacts);
+        contacts.filter();
+        QCOMPARE(names(contacts), (QStringList{"Acme", "Bob Hill", "Cat Ray", "Ann Lee", "Bolt", "Dee Fox"}));
+        QCOMPARE(contacts.countCompanies(), 3);
+        QCOMPARE(contacts.countSuppliers(), 2);
+        QCOMPARE(contacts.numberOfChildrenOfItem(nullptr), 3);
+        QCOMPARE(contacts.numberOfChildrenOfItem(contacts.getContactbyId(QStringLiteral("1"))), 2);
+        QVERIFY(contacts.isItemExpandable(contacts.getContactbyId(QStringLiteral("5"))));
+        QVERIFY(!contacts.isItemExpandable(contacts.getContactbyId(QStringLiteral("3"))));
+
+        contacts.setExpanded(contacts.getContactbyId(QStringLiteral("1")), false);
+        QCOMPARE(names(contacts), (QStringList{"Acme", "Ann Lee", "Bolt", "Dee Fox"}));
+    }
+
+    void shouldShowPeopleWhateverTheirOwnVisibleFlag()
+    {
+        Quorvel quorvel;
+        ContactManager &contacts = *quorvel.getContactManager();
+        fillWithCompanies(contacts);
+        contacts.searchField->setStringValue(QStringLiteral("Acme"));
+        contacts.filter();
+        QCOMPARE(names(contacts), (QStringList{"Acme", "Bob Hill", "Cat Ray"}));
+
+        contacts.searchField->setStringValue(QString());
+        contacts.typeFilter->userSelectItemAtIndex(2);   // "Supplier"
+        QCOMPARE(names(contacts), (QStringList{"Bolt", "Dee Fox"}));
+    }
+
+    void shouldShowTheOutlineColumns_data()
+    {
+        QTest::addColumn<QString>("kind");
+        QTest::addColumn<QString>("type");
+        QTest::addColumn<QString>("add1");
+        QTest::addColumn<QStringList>("columns");
+        QTest::newRow("street with a leading space") << "Individual" << "Customer" << "High St"
+                                                     << QStringList{"Ann", " High St", "Customer", ""};
+        QTest::newRow("no street, Other hidden") << "Company" << "Other" << "" << QStringList{"Ann", "", "", ""};
+        QTest::newRow("a company's person") << "Company Contact" << "Supplier" << "High St"
+                                            << QStringList{"Ann", "", "", ""};
+    }
+    void shouldShowTheOutlineColumns()
+    {
+        QFETCH(QString, kind);
+        QFETCH(QString, type);
+        QFETCH(QString, add1);
+        QFETCH(QStringList, columns);
+        Quorvel quorvel;
+        Contact *ann = addContact(*quorvel.getContactManager(), 1, QStringLiteral("Ann"), kind, type);
+        ann->setAdd1(add1);
+        ann->setAdd2(QStringLiteral("Flat 2"));
+        QStringList shown;
+        for (const char *id : {"1", "2", "3", "name2"})
+            shown << quorvel.getContactManager()->objectValueForOutlineColumn(QLatin1String(id), ann);
+        QCOMPARE(shown, columns);
+    }
+
+    void shouldKeepTheLookupQuirks()
+    {
+        Quorvel quorvel;
+        ContactManager &contacts = *quorvel.getContactManager();
+        fillWithCompanies(contacts);
+        QCOMPARE(contacts.getnthContact(1, 1)->getName(), QStringLiteral("Cat Ray"));
+        QCOMPARE(contacts.getnthContact(-1, 5)->getName(), QStringLiteral("Zed Old"));   // any company's first
+        QCOMPARE(contacts.getnthContact(1, 5), nullptr);
+        QCOMPARE(contacts.getnthSupplier(1)->getName(), QStringLiteral("Bolt"));
+        QCOMPARE(contacts.getnthCompany(2)->getName(), QStringLiteral("Bolt"));
+        QCOMPARE(contacts.getnthCompany(3), nullptr);
+        QCOMPARE(contacts.getContactbyName(QStringLiteral("acme")), nullptr);
+        QCOMPARE(contacts.getContactbyName(QStringLiteral("Acme"))->getID(), 1);
+    }
+
+    void shouldSortPeopleBySurnameAndCompaniesByName()
+    {
+        Quorvel quorvel;
+        ContactManager &contacts = *quorvel.getContactManager();
+        fillWithCompanies(contacts);
+        contacts.filter();
+        contacts.didClickTableColumn(QStringLiteral("1"), false);   // the list's "descending" runs A to Z
+        QCOMPARE(names(contacts), (QStringList{"Acme", "Bob Hill", "Cat Ray", "Bolt", "Dee Fox", "Ann Lee"}));
+    }
+
+    void shouldAskBeforeDeletingAndDeleteOnlyOnOk_data()
+    {
+        QTest::addColumn<int>("answer");
+        QTest::addColumn<int>("left");
+        QTest::newRow("OK") << 1 << 0;
+        QTest::newRow("Cancel") << 0 << 1;
+    }
+    void shouldAskBeforeDeletingAndDeleteOnlyOnOk()
+    {
+        QFETCH(int, answer);
+        QFETCH(int, left);
+        Quorvel quorvel;
+        ContactManager &contacts = *quorvel.getContactManager();
+        fillWithCompanies(contacts);
+        contacts.filter();
+        contacts.getCompanyOutline()->selectRow(3);   // Ann Lee, after Acme and its two people
+        TestEnvironment::current().clearAlerts();
+        TestEnvironment::current().scriptAlertAnswers({answer});
+        contacts.deleteKey();
+        QCOMPARE(TestEnvironment::current().alertsShown().size(), 1);
+        QCOMPARE(TestEnvironment::current().alertsShown().first().message, QStringLiteral("Delete contact"));
+        QCOMPARE(contacts.getCount(), 6 + left);
+        QCOMPARE(contacts.getContactbyName(QStringLiteral("Ann Lee")) != nullptr, left == 1);
+    }
+
+    void shouldAddANewContactOnFinishWithoutItsWebsite()
+    {
+        Quorvel quorvel;
+        ContactManager &contacts = *quorvel.getContactManager();
+        contacts.create();
+        QVERIFY(contacts.editorWindow->isVisible());
+        contacts.name->userSetStringValue(QStringLiteral("Ann Lee"));
+        contacts.website->userSetStringValue(QStringLiteral("www.example.com"));
+        contacts.finish();
+        QVERIFY(!contacts.editorWindow->isVisible());
+        QCOMPARE(contacts.getCount(), 1);
+        QCOMPARE(contacts.getnthItem(0)->getFieldByName(QStringLiteral("website")), QString(""));
+        QFile file(platform::paths::bundleFile(QStringLiteral("contacts.xml")));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QVERIFY(file.readAll().contains("Ann Lee"));
+
+        contacts.create();
+        contacts.cancel();
+        QCOMPARE(contacts.getCount(), 1);
+    }
+
+    void shouldPasteAPostalBlock_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QStringList>("fields");   // name, add1, add2, add3, postcode
+        QTest::newRow("copied contact") << "Mrs Ann Lee\r1 High St\rFlat 2\rTown\rAB1 2CD\r"
+                                        << QStringList{"Mrs Ann Lee", "1 High St", "Flat 2", "Town", "AB1 2CD"};
+        QTest::newRow("line feeds, four parts") << "Ann\n1 High St\nFlat 2\nAB1"
+                                                << QStringList{"Ann", "1 High St", "Flat 2", "old3", "AB1"};
+        QTest::newRow("two parts") << "Ann\r1 High St" << QStringList{"Ann", "1 High St", "old2", "old3", "oldpc"};
+        QTest::newRow("line feed wins over return") << "Ann\rX\nStreet"
+                                                    << QStringList{"Ann\rX", "Street", "old2", "old3", "oldpc"};
+    }
+    void shouldPasteAPostalBlock()
+    {
+        QFETCH(QString, text);
+        QFETCH(QStringList, fields);
+        Quorvel quorvel;
+        ContactManager &contacts = *quorvel.getContactManager();
+        contacts.add2->setStringValue(QStringLiteral("old2"));
+        contacts.add3->setStringValue(QStringLiteral("old3"));
+        contacts.postcode->setStringValue(QStringLiteral("oldpc"));
+        platform::setPasteboardString(text);
+        contacts.pasteContact();
+        const QStringList shown{contacts.name->stringValue(), contacts.add1->stringValue(), contacts.add2->stringValue(),
+                                contacts.add3->stringValue(), contacts.postcode->stringValue()};
+        QCOMPARE(shown, fields);
+    }
+
+    void shouldCopyThePostalBlockWithAReturnAfterEachLine()
+    {
+        Quorvel quorvel;
+        ContactManager &contacts = *quorvel.getContactManager();
+        Contact *ann = addContact(contacts, 1, QStringLiteral("Ann Lee"), QStringLiteral("Individual"));
+        ann->setTitle(QStringLiteral("Mrs"));
+        ann->setAdd1(QStringLiteral("1 High St"));
+        ann->setPostcode(QStringLiteral("AB1"));
+        contacts.setCurrentItem(ann);
+        contacts.copyContact();
+        QCOMPARE(platform::pasteboardString(), QStringLiteral("Mrs Ann Lee\r1 High St\r\r\rAB1\r"));
+    }
+};
+
+QUORVEL_TEST(ContactManagerTest)
+#include "ContactManagerTest.moc"

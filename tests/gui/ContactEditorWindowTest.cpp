@@ -1,0 +1,91 @@
+#include "TestMain.h"
+#include "TestEnvironment.h"
+
+#include "app/Quorvel.h"
+#include "app/widgets/ApplicationWindows.h"
+#include "contacts/Contact.h"
+#include "contacts/ContactManager.h"
+#include "contacts/widgets/ContactEditorWindow.h"
+#include "platform/Workspace.h"
+
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+
+using testlib::TestEnvironment;
+
+namespace {
+
+// The program's windows over a controller, without reading a database.
+struct Program {
+    Quorvel quorvel;
+    ContactManager &contacts = *quorvel.getContactManager();
+    ApplicationWindows windows{quorvel};
+
+    template <class Widget>
+    Widget *find(const char *name) const
+    {
+        auto *widget = windows.contactEditorWindow()->findChild<Widget *>(QLatin1String(name));
+        if (!widget)
+            qWarning("no widget named %s", name);
+        return widget;
+    }
+    void type(const char *field, const QString &text) const
+    {
+        QLineEdit *edit = find<QLineEdit>(field);
+        edit->selectAll();
+        QTest::keyClicks(edit, text);
+    }
+    void click(const char *button) const { QTest::mouseClick(find<QPushButton>(button), Qt::LeftButton); }
+};
+
+}  // namespace
+
+// The editor of individual contacts, driven as a user would.
+class ContactEditorWindowTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void shouldStoreATypedContactOnOk()
+    {
+        Program program;
+        program.contacts.create();
+        ContactEditorWindow *window = program.windows.contactEditorWindow();
+        QVERIFY(QTest::qWaitForWindowExposed(window));
+        program.type("name", QStringLiteral("Ann Lee"));
+        program.type("add1", QStringLiteral("1 High St"));
+        program.click("okButton");
+        QVERIFY(!window->isVisible());
+        QCOMPARE(program.contacts.getCount(), 1);
+        QCOMPARE(program.contacts.objectValueForTableColumn(QStringLiteral("add1"), 0), QStringLiteral(" 1 High St"));
+    }
+
+    void shouldPasteIntoTheFieldsAndDropTheContactOnEscape()
+    {
+        Program program;
+        program.contacts.create();
+        ContactEditorWindow *window = program.windows.contactEditorWindow();
+        QVERIFY(QTest::qWaitForWindowExposed(window));
+        platform::setPasteboardString(QStringLiteral("Ann\n1 High St\nFlat 2\nAB1"));
+        program.click("pasteContactButton");
+        QCOMPARE(program.find<QLineEdit>("add2")->text(), QStringLiteral("Flat 2"));
+        QCOMPARE(program.find<QLineEdit>("postcode")->text(), QStringLiteral("AB1"));
+        QTest::keyClick(window, Qt::Key_Escape);
+        QVERIFY(!window->isVisible());
+        QCOMPARE(program.contacts.getCount(), 0);
+    }
+
+    void shouldOpenTheMailProgramOnTheTypedAddress()
+    {
+        Program program;
+        program.contacts.create();
+        QVERIFY(QTest::qWaitForWindowExposed(program.windows.contactEditorWindow()));
+        TestEnvironment::current().clearDiagnostics();
+        program.type("email", QStringLiteral("ann@example.com"));
+        program.click("sendEmailButton");
+        QCOMPARE(TestEnvironment::current().openedUrls(), QStringList{QStringLiteral("mailto:ann@example.com")});
+    }
+};
+
+QUORVEL_TEST(ContactEditorWindowTest)
+#include "ContactEditorWindowTest.moc"

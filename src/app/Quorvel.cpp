@@ -87,6 +87,7 @@ Quorvel::Quorvel(QObject *parent)
     accountsTabView->setTabs({QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("3")},
                              {localised("Money Out"), localised("Money In"), localised("Statement")});
     prefsController->mainTabView = mainTabView;
+    prefsController->contactTypePopUpButton = contactManager->type;
 
     database = std::make_unique<DatabaseBundle>(*contactManager, *orderManager, *itemManager, *bomManager,
                                                 *billManager, *actionManager);

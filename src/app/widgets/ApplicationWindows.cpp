@@ -1,5 +1,6 @@
 #include "app/widgets/ApplicationWindows.h"
 
+#include "accounts/widgets/BillEditorWindow.h"
 #include "app/PrefsController.h"
 #include "app/Quorvel.h"
 #include "app/widgets/MainWindow.h"
@@ -7,6 +8,7 @@
 #include "app/widgets/PickerWindow.h"
 #include "app/widgets/PrefsWindow.h"
 #include "app/widgets/WelcomePanel.h"
+#include "contacts/widgets/ContactEditorWindow.h"
 #include "items/widgets/ItemEditorWindow.h"
 #include "orders/widgets/OrderEditorWindow.h"
 #include "tasks/widgets/AlarmNotifier.h"
@@ -27,6 +29,8 @@ ApplicationWindows::ApplicationWindows(Quorvel &controller, QObject *parent) : Q
     orderEditor = std::make_unique<OrderEditorWindow>(*quorvel.getOrderManager(), nullptr);
     itemEditor = std::make_unique<ItemEditorWindow>(*quorvel.getItemManager(), nullptr);
     taskEditor = std::make_unique<TaskEditorWindow>(*quorvel.getActionManager(), nullptr);
+    billEditor = std::make_unique<BillEditorWindow>(*quorvel.getBillManager(), nullptr);
+    contactEditor = std::make_unique<ContactEditorWindow>(*quorvel.getContactManager(), nullptr);
     alarmNotifier = std::make_unique<AlarmNotifier>(*quorvel.getActionManager());
     CompleteColumnToggle::install(main->findChild<QTableView *>(QStringLiteral("actionTableView")),
                                   *quorvel.getActionManager());

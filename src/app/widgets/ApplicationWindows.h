@@ -9,6 +9,8 @@
 #include <memory>
 
 class AlarmNotifier;
+class BillEditorWindow;
+class ContactEditorWindow;
 class ItemEditorWindow;
 class MainWindow;
 class NotepadWindow;
@@ -39,6 +41,8 @@ public:
     OrderEditorWindow *orderEditorWindow() const { return orderEditor.get(); }
     ItemEditorWindow *itemEditorWindow() const { return itemEditor.get(); }
     TaskEditorWindow *taskEditorWindow() const { return taskEditor.get(); }
+    BillEditorWindow *billEditorWindow() const { return billEditor.get(); }
+    ContactEditorWindow *contactEditorWindow() const { return contactEditor.get(); }
 
 private:
     Quorvel &quorvel;
@@ -50,6 +54,8 @@ private:
     std::unique_ptr<OrderEditorWindow> orderEditor;
     std::unique_ptr<ItemEditorWindow> itemEditor;
     std::unique_ptr<TaskEditorWindow> taskEditor;
+    std::unique_ptr<BillEditorWindow> billEditor;
+    std::unique_ptr<ContactEditorWindow> contactEditor;
     std::unique_ptr<AlarmNotifier> alarmNotifier;
     bool terminated = false;
 };

@@ -21,6 +21,7 @@
 #include <QComboBox>
 #include <QHBoxLayout>
 #include <QKeySequence>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QTabWidget>
@@ -99,6 +100,13 @@ QWidget *MainWindow::makePage(const QString &identifier)
                 auto *subBar = new QHBoxLayout;
                 subLayout->addLayout(subBar);
                 addFilter(subBar, QStringLiteral("billPeriodPopUp"), bills->periodPopUp);
+                auto *fromDate = new QLineEdit;
+                fromDate->setObjectName(QStringLiteral("billFromDate"));
+                binding::bind(bills->fromDate, fromDate);
+                auto *fromLabel = new QLabel(localised("Start:"));
+                fromLabel->setBuddy(fromDate);
+                subBar->addWidget(fromLabel);
+                subBar->addWidget(fromDate);
                 addSearchField(subBar, QStringLiteral("billSearchField"), bills->searchField);
                 addList(subLayout, QStringLiteral("billTableView"), bills->getTableView(), bills);
             } else if (subId == QLatin1String("2")) {

@@ -1,6 +1,7 @@
 #include "app/widgets/PrefsWindow.h"
 
 #include "app/PrefsController.h"
+#include "app/widgets/EditorWidgets.h"
 #include "app/widgets/OutletBinding.h"
 #include "app/widgets/WindowPlacement.h"
 #include "platform/Localised.h"
@@ -20,17 +21,11 @@
 #include <QVBoxLayout>
 
 using platform::localised;
+using editor::lineEdit;
+using editor::labelFor;
 
 namespace {
 const char *const identifierProperty = "tabIdentifier";
-
-QLineEdit *lineEdit(TextField *outlet, const QString &name, QWidget *parent)
-{
-    auto *edit = new QLineEdit(parent);
-    edit->setObjectName(name);
-    binding::bind(outlet, edit);
-    return edit;
-}
 
 QWidget *page(const QString &identifier)
 {
@@ -41,12 +36,6 @@ QWidget *page(const QString &identifier)
 }
 
 // A label with a mnemonic that moves the focus to its field.
-QLabel *labelFor(const QString &text, QWidget *buddy)
-{
-    auto *label = new QLabel(text);
-    label->setBuddy(buddy);
-    return label;
-}
 }  // namespace
 
 PrefsWindow::PrefsWindow(PrefsController &controller, QWidget *parent) : QDialog(parent), prefs(controller)

@@ -1,5 +1,6 @@
 #include "contacts/widgets/ContactEditorWindow.h"
 
+#include "app/widgets/EditorWidgets.h"
 #include "app/widgets/OutletBinding.h"
 #include "app/widgets/WindowPlacement.h"
 #include "contacts/ContactManager.h"
@@ -15,34 +16,9 @@
 #include <QVBoxLayout>
 
 using platform::localised;
-
-namespace {
-
-QLineEdit *lineEdit(TextField *outlet, const QString &name)
-{
-    auto *edit = new QLineEdit;
-    edit->setObjectName(name);
-    binding::bind(outlet, edit);
-    return edit;
-}
-
-QComboBox *popUp(PopUp *outlet, const QString &name)
-{
-    auto *box = new QComboBox;
-    box->setObjectName(name);
-    binding::bind(outlet, box);
-    return box;
-}
-
-QPushButton *pushButton(const QString &text, const QString &name)
-{
-    auto *button = new QPushButton(text);
-    button->setObjectName(name);
-    button->setAutoDefault(false);  // Enter belongs to OK
-    return button;
-}
-
-}  // namespace
+using editor::lineEdit;
+using editor::popUp;
+using editor::pushButton;
 
 ContactEditorWindow::ContactEditorWindow(ContactManager &manager, QWidget *parent) : QDialog(parent), contacts(manager)
 {

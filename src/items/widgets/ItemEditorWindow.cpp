@@ -1,5 +1,6 @@
 #include "items/widgets/ItemEditorWindow.h"
 
+#include "app/widgets/EditorWidgets.h"
 #include "app/widgets/OutletBinding.h"
 #include "app/widgets/WindowPlacement.h"
 #include "items/ItemManager.h"
@@ -26,27 +27,14 @@
 #include <QVBoxLayout>
 
 using platform::localised;
+using editor::labelFor;
+using editor::pushButton;
 
 namespace {
 
 constexpr int wellSide = 160;
 
 // A label with a mnemonic that moves the focus to its field.
-QLabel *labelFor(const QString &text, QWidget *buddy)
-{
-    auto *label = new QLabel(text);
-    label->setBuddy(buddy);
-    return label;
-}
-
-QPushButton *pushButton(const QString &text, const QString &name)
-{
-    auto *button = new QPushButton(text);
-    button->setObjectName(name);
-    button->setAutoDefault(false);  // Enter belongs to OK
-    return button;
-}
-
 // The first local file a drag carries, a null text when it carries none.
 QString firstLocalFile(const QMimeData *data)
 {

@@ -3,6 +3,7 @@
 #include "app/PrefsController.h"
 #include "app/Quorvel.h"
 #include "app/kdKeyResponder.h"
+#include "app/widgets/EditorWidgets.h"
 #include "app/widgets/OutletBinding.h"
 #include "app/widgets/WindowPlacement.h"
 #include "app/widgets/integrityTableView.h"
@@ -27,24 +28,10 @@
 #include <QVBoxLayout>
 
 using platform::localised;
+using editor::labelFor;
+using editor::pushButton;
 
 namespace {
-
-// A label with a mnemonic that moves the focus to its field.
-QLabel *labelFor(const QString &text, QWidget *buddy)
-{
-    auto *label = new QLabel(text);
-    label->setBuddy(buddy);
-    return label;
-}
-
-QPushButton *pushButton(const QString &text, const QString &name)
-{
-    auto *button = new QPushButton(text);
-    button->setObjectName(name);
-    button->setAutoDefault(false);  // Enter belongs to OK
-    return button;
-}
 
 // One of the linked contact's details: shown, selectable, not edited here.
 QLabel *detail(TextField *outlet, const QString &name)

@@ -1,5 +1,6 @@
 #include "tasks/widgets/TaskEditorWindow.h"
 
+#include "app/widgets/EditorWidgets.h"
 #include "app/widgets/OutletBinding.h"
 #include "app/widgets/WindowPlacement.h"
 #include "platform/Localised.h"
@@ -17,24 +18,10 @@
 #include <QVBoxLayout>
 
 using platform::localised;
+using editor::lineEdit;
+using editor::pushButton;
 
 namespace {
-
-QLineEdit *lineEdit(TextField *outlet, const QString &name)
-{
-    auto *edit = new QLineEdit;
-    edit->setObjectName(name);
-    binding::bind(outlet, edit);
-    return edit;
-}
-
-QPushButton *pushButton(const QString &text, const QString &name)
-{
-    auto *button = new QPushButton(text);
-    button->setObjectName(name);
-    button->setAutoDefault(false);  // Enter belongs to OK
-    return button;
-}
 
 QHBoxLayout *row(std::initializer_list<QWidget *> widgets)
 {

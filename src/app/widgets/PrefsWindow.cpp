@@ -35,7 +35,6 @@ QWidget *page(const QString &identifier)
     return widget;
 }
 
-// A label with a mnemonic that moves the focus to its field.
 }  // namespace
 
 PrefsWindow::PrefsWindow(PrefsController &controller, QWidget *parent) : QDialog(parent), prefs(controller)

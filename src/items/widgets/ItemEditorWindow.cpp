@@ -34,7 +34,6 @@ namespace {
 
 constexpr int wellSide = 160;
 
-// A label with a mnemonic that moves the focus to its field.
 // The first local file a drag carries, a null text when it carries none.
 QString firstLocalFile(const QMimeData *data)
 {

@@ -36,7 +36,7 @@ public:
     void deleteKey() override;
     // Removes the record from the collection and reloads the table.
     virtual void deleteRecord(dataObject *record);
-    void reloadData();
+    virtual void reloadData();
 
     // The cell text: the visible record's field of that name.
     QString objectValueForTableColumn(const QString &columnId, int row) const override;

@@ -444,8 +444,9 @@ void PrefsController::populateLists()
     if (const std::optional<QStringList> types = getContactTypeList()) {
         if (contactTypePopUpButton)
             contactTypePopUpButton->addItems(*types);
-        if (companyTypePopUpButton)
-            companyTypePopUpButton->addItems(*types);
+        for (PopUp *menu : std::as_const(companyTypePopUpButtons))
+            if (menu)
+                menu->addItems(*types);
     }
 }
 

@@ -51,6 +51,10 @@ public:
     bool hasData() const { return data; }
     bool hasAccounts() const { return accounts; }
     bool isUKFormat() const { return ukFormat; }
+    // The command line sets the two itself: it makes the accounts whether or
+    // not the accounts tab is shown, in the date order stored in the preferences.
+    void setHasAccounts(bool on) { accounts = on; }
+    void setUKFormat(bool dayFirst) { ukFormat = dayFirst; }
 
     float getGlobalTaxRate() const;
     QString getTaxStatement() const;  // trimmed of blanks and newlines at both ends
@@ -135,7 +139,8 @@ public:
     PopUp *invoiceListPopUpButton = nullptr;
     PopUp *statusListPopUpButton = nullptr;
     PopUp *contactTypePopUpButton = nullptr;
-    PopUp *companyTypePopUpButton = nullptr;
+    // The type menus of the company editors.
+    QList<PopUp *> companyTypePopUpButtons;
 
 private:
     bool time = false;

@@ -5,6 +5,7 @@
 #include "app/PrefsController.h"
 #include "app/kdDateFormatter.h"
 #include "checkout/CheckoutManager.h"
+#include "contacts/CompanyContactEditor.h"
 #include "contacts/CompanyEditor.h"
 #include "contacts/Contact.h"
 #include "contacts/ContactManager.h"
@@ -76,6 +77,7 @@ Quorvel::Quorvel(QObject *parent)
       checkoutManager(std::make_unique<CheckoutManager>(this)),
       supplierDataSource(std::make_unique<SupplierDataSource>(this)),
       companyEditor(std::make_unique<CompanyEditor>(this)),
+      companyContactEditor(std::make_unique<CompanyContactEditor>(this, contactManager.get())),
       picker(std::make_unique<Picker>())
 {
     mainWindow->setTitle(QStringLiteral("Quorvel"));
@@ -88,6 +90,7 @@ Quorvel::Quorvel(QObject *parent)
                              {localised("Money Out"), localised("Money In"), localised("Statement")});
     prefsController->mainTabView = mainTabView;
     prefsController->contactTypePopUpButton = contactManager->type;
+    prefsController->companyTypePopUpButtons = {companyEditor->type, companyContactEditor->type};
 
     database = std::make_unique<DatabaseBundle>(*contactManager, *orderManager, *itemManager, *bomManager,
                                                 *billManager, *actionManager);

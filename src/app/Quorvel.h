@@ -22,6 +22,7 @@ class ActionManager;
 class BillManager;
 class BOMManager;
 class CheckoutManager;
+class CompanyContactEditor;
 class CompanyEditor;
 class Contact;
 class ContactManager;
@@ -109,6 +110,7 @@ public:
     SupplierDataSource *getSupplierDataSource() const { return supplierDataSource.get(); }
     ReportManager *getReportManager() const { return reportManager.get(); }
     CompanyEditor *getCompanyEditor() const { return companyEditor.get(); }
+    CompanyContactEditor *getCompanyContactEditor() const { return companyContactEditor.get(); }
     Picker *getPicker() const { return picker.get(); }
     PrefsController *getPrefsController() const { return prefsController.get(); }
     kdDateFormatter *getDateFormatter() const { return dateFormatter.get(); }
@@ -153,6 +155,7 @@ private:
     std::unique_ptr<CheckoutManager> checkoutManager;
     std::unique_ptr<SupplierDataSource> supplierDataSource;
     std::unique_ptr<CompanyEditor> companyEditor;
+    std::unique_ptr<CompanyContactEditor> companyContactEditor;
     std::unique_ptr<Picker> picker;
     std::unique_ptr<kdDateFormatter> dateFormatter;
     std::unique_ptr<DatabaseBundle> database;

@@ -2,6 +2,8 @@
 
 #include "app/PrefsController.h"
 #include "app/Quorvel.h"
+#include "contacts/CompanyContactEditor.h"
+#include "contacts/CompanyEditor.h"
 #include "contacts/Contact.h"
 #include "platform/Alerts.h"
 #include "platform/Localised.h"
@@ -40,7 +42,33 @@ QString outlineColumnFor(const QString &columnId)
     return QString();
 }
 
+// Where the editor windows hand their place on screen to one another.
+const QString contactWindowsFrame = u"ContactWindows"_s;
+
 }  // namespace
+
+// The rows of the open company's people: the table asks the manager, and
+// the collection's export writes what the table shows.
+class ContactManager::CompanyContactsSource : public kdDataSource
+{
+public:
+    explicit CompanyContactsSource(const ContactManager &owner) : contacts(owner) {}
+
+    int numberOfRowsInTableView() const override
+    {
+        const Contact *company = contacts.getCurrentItem();
+        return contacts.countContactsforThisCompany(company ? company->getID() : 0);
+    }
+    QString objectValueForTableColumn(const QString &columnId, int row) const override
+    {
+        const Contact *company = contacts.getCurrentItem();
+        const Contact *person = contacts.getnthContact(row, company ? company->getID() : 0);
+        return person ? person->getFieldByName(columnId) : u""_s;
+    }
+
+private:
+    const ContactManager &contacts;
+};
 
 ContactManager::ContactManager(Quorvel *controller, QObject *parent)
     : ListManager(controller, u"contacts"_s, u"Delete contact"_s, parent),
@@ -58,11 +86,29 @@ ContactManager::ContactManager(Quorvel *controller, QObject *parent)
       type(new PopUp(this)),
       title(new PopUp(this)),
       website(new TextField(this)),
-      comments(new TextView(this))
+      comments(new TextView(this)),
+      reports(new OpenContactReports(controller, this)),
+      companyContacts(new TableView(this)),
+      companyContactsSource(std::make_unique<CompanyContactsSource>(*this))
 {
     typeFilter->addItems({localised("All"), localised("Customer"), localised("Supplier")});
     typeFilter->selectItemAtIndex(0);
     connect(typeFilter, &PopUp::activated, this, [this] { filter(); });
+
+    QList<TableColumn> columns = TableView::columnsFrom(
+        {{"name", "Name"}, {"jobTitle", "Job Title"}, {"extension", "Extension"}, {"email", "Email"}});
+    for (TableColumn &column : columns)
+        column.title = localised(column.title);
+    companyContacts->setColumns(columns);
+    companyContacts->setLastColumnFills(true);
+    companyContacts->setDataSource(companyContactsSource.get());
+    connect(companyContacts, &TableView::doubleClicked, this, [this] { companyContactDoubleClick(); });
+}
+
+ContactManager::~ContactManager()
+{
+    // The table (a child object) goes after its source: it must not ask it.
+    companyContacts->setDataSource(nullptr);
 }
 
 // --- the outline -----------------------------------------------------------
@@ -119,7 +165,6 @@ void ContactManager::setExpanded(const Contact *company, bool expanded)
         collapsed.remove(company->getID());
     else
         collapsed.insert(company->getID());
-    rowsChanged();
     reloadData();
 }
 
@@ -184,7 +229,6 @@ void ContactManager::didClickTableColumn(const QString &columnId, bool ascending
     else if (outlineColumn == u"3")
         field = u"type"_s;
     sortByColumn(field, ascending, 0);
-    rowsChanged();
     reloadData();
 }
 
@@ -322,9 +366,11 @@ void ContactManager::editThisContact(Contact *contact)
     if (!contact)
         return;
     if (contact->getKind() == companyKind) {
-        Q_EMIT companyEditRequested(contact);
+        if (CompanyEditor *editor = quorvel ? quorvel->getCompanyEditor() : nullptr)
+            editor->edit(contact);
     } else if (isCompanyContact(contact)) {
-        Q_EMIT companyContactEditRequested(contact);
+        if (CompanyContactEditor *editor = quorvel ? quorvel->getCompanyContactEditor() : nullptr)
+            editor->edit(contact);
     } else {
         setItem(contact);
         show();
@@ -348,8 +394,8 @@ void ContactManager::setItem(Contact *contact)
     mobile->setStringValue(contact->getMobile());
     phone->setStringValue(contact->getPhone());
     type->selectItemWithTitle(contact->getType());
-    rowsChanged();
     reloadData();
+    reports->run();
 }
 
 void ContactManager::finish()
@@ -410,7 +456,75 @@ void ContactManager::hide()
     editorWindow->orderOut();
 }
 
+// --- companies and their people -------------------------------------------
+
+void ContactManager::companyContactDoubleClick()
+{
+    const int companyId = currentItem ? currentItem->getID() : 0;
+    Contact *person = getnthContact(companyContacts->selectedRow(), companyId);
+    CompanyContactEditor *editor = quorvel ? quorvel->getCompanyContactEditor() : nullptr;
+    if (person && editor)
+        editor->edit(person);
+}
+
+void ContactManager::editCompanyForCurrentItem()
+{
+    if (!currentItem)
+        return;
+    Contact *company = asContact(getItemById(currentItem->getCompany()));
+    CompanyEditor *editor = quorvel ? quorvel->getCompanyEditor() : nullptr;
+    if (company && editor)
+        editor->edit(company);
+}
+
+void ContactManager::companyHasChanged()
+{
+    if (CompanyContactEditor *editor = quorvel ? quorvel->getCompanyContactEditor() : nullptr)
+        editor->populateCompanyFields();
+}
+
+// The contact is stored as it now is (a new one is added to the list), and
+// opens in the other editor, which takes this window's place on screen.
+void ContactManager::linkToCompany()
+{
+    Contact *contact = currentItem;
+    CompanyContactEditor *editor = quorvel ? quorvel->getCompanyContactEditor() : nullptr;
+    if (!contact || !editor)
+        return;
+    const bool wasCreating = creating;
+    contact->setKind(companyContactKind);
+    finish();
+    editor->edit(contact);
+    editorWindow->saveFrameUsingName(contactWindowsFrame);
+    editor->getEditorWindow()->setFrameUsingName(contactWindowsFrame);
+    if (wasCreating)
+        editor->setCreating(true);
+}
+
+void ContactManager::makeCompany()
+{
+    Contact *contact = currentItem;
+    CompanyEditor *editor = quorvel ? quorvel->getCompanyEditor() : nullptr;
+    if (!contact || !editor)
+        return;
+    const bool wasCreating = creating;
+    contact->makeCompany();
+    finish();
+    editor->edit(contact);
+    editorWindow->saveFrameUsingName(contactWindowsFrame);
+    editor->getEditorWindow()->setFrameUsingName(contactWindowsFrame);
+    if (wasCreating)
+        editor->setCreating(true);
+}
+
 // --- the list --------------------------------------------------------------
+
+void ContactManager::reloadData()
+{
+    rowsChanged();
+    table->reloadData();
+    companyContacts->reloadData();
+}
 
 void ContactManager::filter()
 {
@@ -426,7 +540,6 @@ void ContactManager::filter()
             return false;
         return wantedType.isNull() || static_cast<const Contact &>(record).getType() == wantedType;
     });
-    rowsChanged();
     reloadData();
 }
 
@@ -455,16 +568,21 @@ void ContactManager::deleteRecord(dataObject *record)
     reloadData();
 }
 
-void ContactManager::copyContact()
+QString ContactManager::postalBlock(const Contact *contact)
 {
     QString text = u""_s;
-    if (const Contact *contact = currentItem) {
+    if (contact) {
         if (!contact->getTitle().isEmpty())
             text += contact->getTitle() + u" "_s;
         text += contact->getName() + u"\r"_s + contact->getAdd1() + u"\r"_s + contact->getAdd2() + u"\r"_s
               + contact->getAdd3() + u"\r"_s + contact->getPostcode() + u"\r"_s;
     }
-    platform::setPasteboardString(text);
+    return text;
+}
+
+void ContactManager::copyContact()
+{
+    platform::setPasteboardString(postalBlock(currentItem));
 }
 
 void ContactManager::pasteContact()

@@ -5,7 +5,8 @@
 // their own visible flag. The table of the contacts tab shows the
 // outline's rows: each visible top-level record, followed by its people
 // when it is an expanded company. Companies and their people are edited in
-// their own editors; this manager asks for them through two signals.
+// their own editors (the controller's CompanyEditor and
+// CompanyContactEditor); this manager hands records to them.
 #include "app/ListManager.h"
 #include "platform/outlets/TextView.h"
 #include "platform/outlets/Window.h"
@@ -15,12 +16,14 @@
 #include <vector>
 
 #include "contacts/Contact.h"
+#include "contacts/OpenContactReports.h"
 
 class ContactManager : public ListManager
 {
     Q_OBJECT
 public:
     explicit ContactManager(Quorvel *controller, QObject *parent = nullptr);
+    ~ContactManager() override;
 
     // The view of the contacts tab.
     TableView *getCompanyOutline() const { return table; }
@@ -78,6 +81,8 @@ public:
     void hide();
 
     void filter() override;
+    // Reloads the list and the table of the open company's people.
+    void reloadData() override;
     // The delete question for the record of the selected outline row.
     void deleteKey() override;
     void deleteRecord(dataObject *record) override;
@@ -85,8 +90,29 @@ public:
     // the pasteboard into the editor's fields.
     void copyContact();
     void pasteContact();
+    // The postal block the contact editors copy: the title and a space when
+    // there is a title, then name, add1, add2, add3 and postcode, each
+    // followed by "\r" ("" for none).
+    static QString postalBlock(const Contact *contact);
     // Opens the mail program on the address in the editor's e-mail field.
     void sendEmail();
+
+    // The table of the open company's people (rows: the people of the
+    // current contact; columns: contact field names). The company editor
+    // shows it.
+    TableView *getTableView() const { return companyContacts; }
+    // A double-click in that table: the person of the selected row (row -1
+    // when none is selected) into the company-contact editor.
+    void companyContactDoubleClick();
+    // The current contact's company into the company editor.
+    void editCompanyForCurrentItem();
+    // A company was edited: the company-contact editor refreshes the
+    // company's fields.
+    void companyHasChanged();
+    // The record in the editor becomes a company's person (or a company),
+    // is finished, and opens in that editor at the same place on screen.
+    void linkToCompany();
+    void makeCompany();
 
     PopUp *typeFilter;
     Window *editorWindow;
@@ -103,13 +129,13 @@ public:
     PopUp *title;
     TextField *website;
     TextView *comments;
-
-Q_SIGNALS:
-    // A company, or a company's person, is to be opened in its editor.
-    void companyEditRequested(Contact *company);
-    void companyContactEditRequested(Contact *person);
+    // The open contact's lines and orders.
+    OpenContactReports *reports;
 
 private:
+    // Feeds the table of the open company's people (and exports it).
+    class CompanyContactsSource;
+
     bool isTopLevel(const Contact *contact) const;
     void ensureRows() const;
     void rowsChanged() { rowsValid = false; }
@@ -122,4 +148,6 @@ private:
     mutable std::vector<Contact *> rows;
     mutable bool rowsValid = false;
     mutable int countedRecords = 0;
+    TableView *companyContacts;
+    std::unique_ptr<CompanyContactsSource> companyContactsSource;
 };

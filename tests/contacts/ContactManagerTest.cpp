@@ -1,17 +1,23 @@
 // The contacts list of a running controller, with no window: the outline of
 // companies and their people, the counts and lookups other lists walk,
 // the filter, deleting, the editor of individuals and the postal block on
-// the pasteboard.
+// the pasteboard, and the hand-over to the company editors.
 #include "TestEnvironment.h"
 #include "TestMain.h"
 
 #include "app/Quorvel.h"
+#include "contacts/CompanyContactEditor.h"
+#include "contacts/CompanyEditor.h"
 #include "contacts/Contact.h"
 #include "contacts/ContactManager.h"
+#include "orders/Order.h"
+#include "orders/OrderManager.h"
 #include "platform/Paths.h"
 #include "platform/Workspace.h"
+#include "reports/ReportManager.h"
 
 #include <QFile>
+#include <QSettings>
 #include <QTest>
 
 using testlib::TestEnvironment;
@@ -228,6 +234,116 @@ private Q_SLOTS:
         contacts.setCurrentItem(ann);
         contacts.copyContact();
         QCOMPARE(platform::pasteboardString(), QStringLiteral("Mrs Ann Lee\r1 High St\r\r\rAB1\r"));
+    }
+    void shouldOpenEachKindInItsOwnEditor_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<int>("editor");   // 0 individuals, 1 companies, 2 a company's people
+        QTest::newRow("individual") << "Ann Lee" << 0;
+        QTest::newRow("company") << "Acme" << 1;
+        QTest::newRow("company's person") << "Bob Hill" << 2;
+    }
+    void shouldOpenEachKindInItsOwnEditor()
+    {
+        QFETCH(QString, name);
+        QFETCH(int, editor);
+        Quorvel quorvel;
+        ContactManager &contacts = *quorvel.getContactManager();
+        fillWithCompanies(contacts);
+        Contact *contact = contacts.getContactbyName(name);
+        contacts.editThisContact(contact);
+        QCOMPARE(contacts.getCurrentItem(), contact);
+        QCOMPARE(contacts.editorWindow->isVisible(), editor == 0);
+        QCOMPARE(quorvel.getCompanyEditor()->editorWindow->isVisible(), editor == 1);
+        QCOMPARE(quorvel.getCompanyContactEditor()->editorWindow->isVisible(), editor == 2);
+    }
+
+    void shouldStoreTheContactAndOpenItInTheOtherEditorInItsPlace_data()
+    {
+        QTest::addColumn<bool>("isNew");
+        QTest::addColumn<bool>("link");   // linkToCompany, else makeCompany
+        QTest::addColumn<QString>("kind");
+        QTest::newRow("link a new contact") << true << true << "Company Contact";
+        QTest::newRow("link an existing contact") << false << true << "Company Contact";
+        QTest::newRow("make a new company") << true << false << "Company";
+    }
+    void shouldStoreTheContactAndOpenItInTheOtherEditorInItsPlace()
+    {
+        QFETCH(bool, isNew);
+        QFETCH(bool, link);
+        QFETCH(QString, kind);
+        Quorvel quorvel;
+        ContactManager &contacts = *quorvel.getContactManager();
+        if (isNew)
+            contacts.create();
+        else
+            contacts.editThisContact(addContact(contacts, 3, QStringLiteral("Ann Lee"), QStringLiteral("Individual")));
+        contacts.name->userSetStringValue(QStringLiteral("Ann Lea"));
+        contacts.editorWindow->widgetFrameChanged(QRect(10, 20, 300, 200));
+        if (link)
+            contacts.linkToCompany();
+        else
+            contacts.makeCompany();
+
+        QCOMPARE(contacts.getCount(), 1);
+        Contact *ann = static_cast<Contact *>(contacts.getnthItem(0));
+        QCOMPARE(ann->getKind(), kind);
+        QCOMPARE(ann->getName(), QStringLiteral("Ann Lea"));
+        QVERIFY(!contacts.editorWindow->isVisible());
+        Window *other = link ? quorvel.getCompanyContactEditor()->editorWindow : quorvel.getCompanyEditor()->editorWindow;
+        QVERIFY(other->isVisible());
+        QCOMPARE(other->frame(), QRect(10, 20, 300, 200));
+        QCOMPARE(link ? quorvel.getCompanyContactEditor()->getCurrentItem() : quorvel.getCompanyEditor()->getCurrentItem(), ann);
+        QCOMPARE(link ? quorvel.getCompanyContactEditor()->isCreating() : quorvel.getCompanyEditor()->isCreating(), isNew);
+        const QSettings settings(QStringLiteral("Quorvel"), QStringLiteral("Quorvel"));
+        QCOMPARE(settings.value(QStringLiteral("NSWindow Frame ContactWindows")).toString(), QStringLiteral("10 20 300 200"));
+        QFile file(platform::paths::bundleFile(QStringLiteral("contacts.xml")));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QVERIFY(file.readAll().contains(kind.toUtf8()));
+    }
+
+    void shouldOpenThePersonOfTheSelectedRowOfTheCompanysTable_data()
+    {
+        QTest::addColumn<int>("row");
+        QTest::addColumn<QString>("opened");
+        QTest::newRow("no row: any company's first person") << -1 << "Zed Old";
+        QTest::newRow("first row") << 0 << "Dee Fox";
+        QTest::newRow("past the end") << 1 << "";
+    }
+    void shouldOpenThePersonOfTheSelectedRowOfTheCompanysTable()
+    {
+        QFETCH(int, row);
+        QFETCH(QString, opened);
+        Quorvel quorvel;
+        ContactManager &contacts = *quorvel.getContactManager();
+        fillWithCompanies(contacts);
+        contacts.setCurrentItem(contacts.getContactbyName(QStringLiteral("Bolt")));
+        contacts.getTableView()->userDoubleClick(row);
+        const Contact *person = quorvel.getCompanyContactEditor()->getCurrentItem();
+        QCOMPARE(person ? person->getName() : QString(""), opened);
+        QCOMPARE(quorvel.getCompanyContactEditor()->editorWindow->isVisible(), !opened.isEmpty());
+    }
+
+    void shouldShowTheOpenContactsOrders()
+    {
+        Quorvel quorvel;
+        quorvel.getReportManager()->populateFilter();   // installs the contact reports
+        ContactManager &contacts = *quorvel.getContactManager();
+        Contact *ann = addContact(contacts, 1, QStringLiteral("Ann Lee"), QStringLiteral("Individual"));
+        Contact *cy = addContact(contacts, 2, QStringLiteral("Cy Dunn"), QStringLiteral("Individual"));
+        for (const auto &[who, value] : {std::pair{ann, "120.00"}, {ann, "50.50"}, {cy, "9.00"}}) {
+            auto *order = new Order;
+            order->setContact(who);
+            order->setValueWithTax(QString::fromUtf8(value));
+            quorvel.getOrderManager()->add(order);
+        }
+        contacts.editThisContact(ann);
+        const TableView &orders = *contacts.reports->orderTableView;
+        const int rows = orders.dataSource()->numberOfRowsInTableView();
+        QCOMPARE(rows, 2 + 2);   // two orders, then the total's two rows
+        QCOMPARE(orders.dataSource()->objectValueForTableColumn(QStringLiteral("field5"), rows - 1),
+                 QStringLiteral("170.50"));
+        QCOMPARE(contacts.reports->itemTableView->tableColumns().size(), 5);
     }
 };
 

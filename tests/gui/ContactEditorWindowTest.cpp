@@ -5,6 +5,8 @@
 #include "app/widgets/ApplicationWindows.h"
 #include "contacts/Contact.h"
 #include "contacts/ContactManager.h"
+#include "contacts/widgets/CompanyContactEditorWindow.h"
+#include "contacts/widgets/CompanyEditorWindow.h"
 #include "contacts/widgets/ContactEditorWindow.h"
 #include "platform/Workspace.h"
 
@@ -84,6 +86,39 @@ private Q_SLOTS:
         program.type("email", QStringLiteral("ann@example.com"));
         program.click("sendEmailButton");
         QCOMPARE(TestEnvironment::current().openedUrls(), QStringList{QStringLiteral("mailto:ann@example.com")});
+    }
+
+    void shouldOpenTheContactInTheOtherEditorAtTheSamePlace_data()
+    {
+        QTest::addColumn<QString>("button");
+        QTest::addColumn<QString>("kind");
+        QTest::newRow("Link to Company") << QStringLiteral("linkToCompanyButton") << QStringLiteral("Company Contact");
+        QTest::newRow("Make Company") << QStringLiteral("makeCompanyButton") << QStringLiteral("Company");
+    }
+    void shouldOpenTheContactInTheOtherEditorAtTheSamePlace()
+    {
+        QFETCH(QString, button);
+        QFETCH(QString, kind);
+        Program program;
+        program.contacts.create();
+        ContactEditorWindow *window = program.windows.contactEditorWindow();
+        QVERIFY(QTest::qWaitForWindowExposed(window));
+        const QRect place(131, 142, 880, 680);
+        window->setGeometry(place);
+        program.type("name", QStringLiteral("Ann Lee"));
+        program.click(button.toLatin1().constData());
+
+        QWidget *other = kind == QLatin1String("Company")
+                             ? static_cast<QWidget *>(program.windows.companyEditorWindow())
+                             : program.windows.companyContactEditorWindow();
+        QVERIFY(QTest::qWaitForWindowExposed(other));
+        QVERIFY(!window->isVisible());
+        QCOMPARE(other->geometry(), place);
+        QCOMPARE(other->findChild<QLineEdit *>(QStringLiteral("name"))->text(), QStringLiteral("Ann Lee"));
+        QCOMPARE(program.contacts.getCount(), 1);
+        auto *contact = static_cast<Contact *>(program.contacts.getnthItem(0));
+        QCOMPARE(contact->getName(), QStringLiteral("Ann Lee"));
+        QCOMPARE(contact->getKind(), kind);
     }
 };
 

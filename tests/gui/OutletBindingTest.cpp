@@ -256,6 +256,30 @@ private Q_SLOTS:
         QVERIFY(widget.isHidden());
     }
 
+    void shouldMoveTheWindowBothWaysAndHandItsPlaceOn()
+    {
+        Window window;
+        QWidget widget;
+        widget.setGeometry(100, 120, 400, 300);
+        binding::bind(&window, &widget);
+        QCOMPARE(window.frame(), QRect(100, 120, 400, 300));   // learnt when bound
+
+        window.makeKeyAndOrderFront();
+        QVERIFY(QTest::qWaitForWindowExposed(&widget));
+        window.setFrame(QRect(40, 50, 320, 240));
+        QCOMPARE(widget.geometry(), QRect(40, 50, 320, 240));
+        widget.setGeometry(60, 70, 500, 350);   // moved by the user
+        QCOMPARE(window.frame(), QRect(60, 70, 500, 350));
+
+        // Another window, made later, takes the place kept under a name.
+        window.saveFrameUsingName(QStringLiteral("ContactWindows"));
+        Window other;
+        QWidget otherWidget;
+        binding::bind(&other, &otherWidget);
+        QVERIFY(other.setFrameUsingName(QStringLiteral("ContactWindows")));
+        QCOMPARE(otherWidget.geometry(), QRect(60, 70, 500, 350));
+    }
+
     void shouldEndAModalRunWithTheStopCode_data()
     {
         QTest::addColumn<bool>("dialog");

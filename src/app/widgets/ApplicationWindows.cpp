@@ -8,6 +8,8 @@
 #include "app/widgets/PickerWindow.h"
 #include "app/widgets/PrefsWindow.h"
 #include "app/widgets/WelcomePanel.h"
+#include "contacts/widgets/CompanyContactEditorWindow.h"
+#include "contacts/widgets/CompanyEditorWindow.h"
 #include "contacts/widgets/ContactEditorWindow.h"
 #include "items/widgets/ItemEditorWindow.h"
 #include "orders/widgets/OrderEditorWindow.h"
@@ -31,6 +33,8 @@ ApplicationWindows::ApplicationWindows(Quorvel &controller, QObject *parent) : Q
     taskEditor = std::make_unique<TaskEditorWindow>(*quorvel.getActionManager(), nullptr);
     billEditor = std::make_unique<BillEditorWindow>(*quorvel.getBillManager(), nullptr);
     contactEditor = std::make_unique<ContactEditorWindow>(*quorvel.getContactManager(), nullptr);
+    companyEditor = std::make_unique<CompanyEditorWindow>(*quorvel.getCompanyEditor(), nullptr);
+    companyContactEditor = std::make_unique<CompanyContactEditorWindow>(*quorvel.getCompanyContactEditor(), nullptr);
     alarmNotifier = std::make_unique<AlarmNotifier>(*quorvel.getActionManager());
     CompleteColumnToggle::install(main->findChild<QTableView *>(QStringLiteral("actionTableView")),
                                   *quorvel.getActionManager());

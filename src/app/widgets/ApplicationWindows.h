@@ -1,7 +1,8 @@
 #pragma once
 // The program's windows over one controller: the main window, the notepad,
-// the preferences, the welcome panel, the picker, the order editor and the
-// item editor, bound to the controller's outlets. `start()` runs the
+// the preferences, the welcome panel, the picker and the editors of every
+// kind of record (orders, items, tasks, bills, contacts, companies and a
+// company's people), bound to the controller's outlets. `start()` runs the
 // controller's start-up with the windows in place and shows the main
 // window; a request to quit saves everything (the controller's
 // applicationShouldTerminate) and ends the event loop.
@@ -10,6 +11,8 @@
 
 class AlarmNotifier;
 class BillEditorWindow;
+class CompanyContactEditorWindow;
+class CompanyEditorWindow;
 class ContactEditorWindow;
 class ItemEditorWindow;
 class MainWindow;
@@ -43,6 +46,8 @@ public:
     TaskEditorWindow *taskEditorWindow() const { return taskEditor.get(); }
     BillEditorWindow *billEditorWindow() const { return billEditor.get(); }
     ContactEditorWindow *contactEditorWindow() const { return contactEditor.get(); }
+    CompanyEditorWindow *companyEditorWindow() const { return companyEditor.get(); }
+    CompanyContactEditorWindow *companyContactEditorWindow() const { return companyContactEditor.get(); }
 
 private:
     Quorvel &quorvel;
@@ -56,6 +61,8 @@ private:
     std::unique_ptr<TaskEditorWindow> taskEditor;
     std::unique_ptr<BillEditorWindow> billEditor;
     std::unique_ptr<ContactEditorWindow> contactEditor;
+    std::unique_ptr<CompanyEditorWindow> companyEditor;
+    std::unique_ptr<CompanyContactEditorWindow> companyContactEditor;
     std::unique_ptr<AlarmNotifier> alarmNotifier;
     bool terminated = false;
 };

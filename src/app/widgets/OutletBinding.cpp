@@ -696,6 +696,20 @@ void bind(Window *outlet, QWidget *widget)
     });
     QObject::connect(outlet, &Window::centerRequested, link, [widget] { centre(widget); });
 
+    // The frame: a frame the program gave before the widget existed is
+    // taken; otherwise the outlet learns where the widget is. From then on
+    // the program moves the widget and the widget reports its moves.
+    if (widget->isWindow()) {
+        if (!outlet->frame().isEmpty())
+            widget->setGeometry(outlet->frame());
+        else
+            outlet->widgetFrameChanged(widget->geometry());
+    }
+    QObject::connect(outlet, &Window::frameChangeRequested, link, [link, widget](const QRect &rect) {
+        if (widget->isWindow())
+            link->apply([widget, rect] { widget->setGeometry(rect); });
+    });
+
     QObject::connect(qApp, &QApplication::focusChanged, link, [link, outlet, widget](QWidget *, QWidget *now) {
         if (link->hasOutlet() && now && (now == widget || widget->isAncestorOf(now)))
             outlet->widgetFocusChanged(responderFor(now, widget));
@@ -710,8 +724,13 @@ void bind(Window *outlet, QWidget *widget)
         int code = 0;
     };
     auto modal = std::make_shared<ModalRun>();
-    link->filter = [link, outlet, modal](QEvent *event) {
+    link->filter = [link, outlet, modal, widget](QEvent *event) {
         switch (event->type()) {
+        case QEvent::Move:
+        case QEvent::Resize:
+            if (widget->isWindow())
+                outlet->widgetFrameChanged(widget->geometry());
+            break;
         case QEvent::WindowActivate:
             outlet->widgetBecameKey(true);
             break;

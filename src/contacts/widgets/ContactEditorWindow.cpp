@@ -4,6 +4,7 @@
 #include "app/widgets/OutletBinding.h"
 #include "app/widgets/WindowPlacement.h"
 #include "contacts/ContactManager.h"
+#include "contacts/widgets/ContactReportsView.h"
 #include "platform/Localised.h"
 
 #include <QComboBox>
@@ -56,9 +57,17 @@ ContactEditorWindow::ContactEditorWindow(ContactManager &manager, QWidget *paren
     connect(copy, &QPushButton::clicked, this, [this] { contacts.copyContact(); });
     QPushButton *paste = pushButton(localised("Paste Address"), QStringLiteral("pasteContactButton"));
     connect(paste, &QPushButton::clicked, this, [this] { contacts.pasteContact(); });
+    // The contact becomes a company's person, or a company, and opens in
+    // that editor where this window is.
+    QPushButton *link = pushButton(localised("Link to Company"), QStringLiteral("linkToCompanyButton"));
+    connect(link, &QPushButton::clicked, this, [this] { contacts.linkToCompany(); });
+    QPushButton *company = pushButton(localised("Make Company"), QStringLiteral("makeCompanyButton"));
+    connect(company, &QPushButton::clicked, this, [this] { contacts.makeCompany(); });
     postal->addWidget(copy);
     postal->addWidget(paste);
     postal->addStretch(1);
+    postal->addWidget(link);
+    postal->addWidget(company);
 
     auto *buttons = new QDialogButtonBox(this);
     QPushButton *ok = buttons->addButton(localised("OK"), QDialogButtonBox::AcceptRole);
@@ -70,13 +79,17 @@ ContactEditorWindow::ContactEditorWindow(ContactManager &manager, QWidget *paren
     connect(ok, &QPushButton::clicked, this, [this] { contacts.finish(); });
     connect(cancelling, &QPushButton::clicked, this, &ContactEditorWindow::reject);
 
+    auto *columns = new QHBoxLayout;
+    columns->addLayout(form, 1);
+    columns->addWidget(new ContactReportsView(*contacts.reports), 1);
+
     auto *layout = new QVBoxLayout(this);
-    layout->addLayout(form, 1);
+    layout->addLayout(columns, 1);
     layout->addLayout(postal);
     layout->addWidget(buttons);
 
     binding::bind(contacts.editorWindow, this);
-    placement::remember(this, QStringLiteral("QuorvelContactEditorWindowGeometry"), QSize(460, 540));
+    placement::remember(this, QStringLiteral("QuorvelContactEditorWindowGeometry"), QSize(860, 560));
 }
 
 ContactEditorWindow::~ContactEditorWindow() = default;

@@ -1,6 +1,13 @@
 #include "platform/outlets/Window.h"
 
+#include <QSettings>
+#include <QStringList>
+
 namespace {
+
+// The program's preferences store (the one the preferences controller uses).
+const QString storeName = QStringLiteral("Quorvel");
+
 QList<Window *> &registry()
 {
     static QList<Window *> windows;
@@ -89,4 +96,53 @@ void Window::widgetVisibilityChanged(bool isVisible)
     visible = isVisible;
     if (!isVisible)
         widgetBecameKey(false);
+}
+
+void Window::setFrame(const QRect &rect)
+{
+    if (rect.isEmpty())
+        return;
+    windowFrame = rect;
+    Q_EMIT frameChangeRequested(rect);
+}
+
+QString Window::frameKey(const QString &name)
+{
+    return QStringLiteral("NSWindow Frame ") + name;
+}
+
+// Stored as the text "x y width height". A window that has no frame yet
+// (never shown) leaves no frame under the name, so nothing stale is handed on.
+void Window::saveFrameUsingName(const QString &name) const
+{
+    QSettings settings(storeName, storeName);
+    if (windowFrame.isEmpty()) {
+        settings.remove(frameKey(name));
+        return;
+    }
+    settings.setValue(frameKey(name), QStringLiteral("%1 %2 %3 %4")
+                                          .arg(windowFrame.x())
+                                          .arg(windowFrame.y())
+                                          .arg(windowFrame.width())
+                                          .arg(windowFrame.height()));
+}
+
+bool Window::setFrameUsingName(const QString &name)
+{
+    const QSettings settings(storeName, storeName);
+    const QStringList parts = settings.value(frameKey(name)).toString().split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    if (parts.size() != 4)
+        return false;
+    int numbers[4];
+    for (int i = 0; i < 4; ++i) {
+        bool ok = false;
+        numbers[i] = parts.at(i).toInt(&ok);
+        if (!ok)
+            return false;
+    }
+    const QRect rect(numbers[0], numbers[1], numbers[2], numbers[3]);
+    if (rect.isEmpty())
+        return false;
+    setFrame(rect);
+    return true;
 }

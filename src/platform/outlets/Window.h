@@ -6,6 +6,7 @@
 
 #include <QList>
 #include <QPointer>
+#include <QRect>
 
 class Window : public Outlet
 {
@@ -38,6 +39,19 @@ public:
     // something that is not an outlet, or nowhere.
     Outlet *firstResponder() const { return responder; }
 
+    // Where the window is on screen and its size (its contents, without the
+    // title bar); an empty rectangle until the widget has told it.
+    QRect frame() const { return windowFrame; }
+    // Moves and resizes the window (an empty rectangle is ignored).
+    void setFrame(const QRect &rect);
+    // The frame kept in the preferences under "NSWindow Frame NAME", so that
+    // another window can take this one's place (a window with no frame yet
+    // removes what was kept); setFrameUsingName answers whether a frame was
+    // stored under that name (and then takes it).
+    void saveFrameUsingName(const QString &name) const;
+    bool setFrameUsingName(const QString &name);
+    static QString frameKey(const QString &name);
+
     // Runs the window modally: answers when the user has closed it. With no
     // widget the run ends at once (answer 0); tests may set an answer.
     int runModal();
@@ -47,6 +61,8 @@ public:
     void widgetBecameKey(bool isKey);
     void widgetVisibilityChanged(bool isVisible);
     void widgetFocusChanged(Outlet *focused) { responder = focused; }
+    // The widget was moved or resized by the user or the platform.
+    void widgetFrameChanged(const QRect &rect) { windowFrame = rect; }
 
 Q_SIGNALS:
     void centerRequested();
@@ -54,11 +70,14 @@ Q_SIGNALS:
     void stopModalRequested(int code);
     // The window became key, or stopped being key.
     void keyChanged(bool isKey);
+    // The program moved or resized the window: the widget follows.
+    void frameChangeRequested(const QRect &rect);
 
 private:
     QString windowTitle;
     bool visible = false;
     bool key = false;
     bool edited = false;
+    QRect windowFrame;
     QPointer<Outlet> responder;
 };

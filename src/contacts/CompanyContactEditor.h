@@ -1,0 +1,83 @@
+#pragma once
+// The editor of a company's person ("Company Contact"). The company is
+// chosen from a menu of every company; the address lines, postcode and phone
+// shown are the chosen company's, and finishing copies them into the
+// person's own record. The extension, web address and type are shown but,
+// on purpose, never stored back by this editor. The database is saved by the
+// contact manager, not here.
+#include "contacts/OpenContactReports.h"
+#include "platform/outlets/PopUp.h"
+#include "platform/outlets/TextField.h"
+#include "platform/outlets/TextView.h"
+#include "platform/outlets/Window.h"
+
+#include <QObject>
+
+class Contact;
+class ContactManager;
+class Quorvel;
+
+class CompanyContactEditor : public QObject
+{
+    Q_OBJECT
+public:
+    CompanyContactEditor(Quorvel *controller, ContactManager *contacts, QObject *parent = nullptr);
+
+    // setItem, then show.
+    void edit(Contact *contact);
+    // Fills the company menu, the company's fields, then the person's own
+    // fields, and runs the two report tables.
+    void setItem(Contact *contact);
+    // Does nothing: people are made in the contact editor and linked here.
+    void create() {}
+    void finish();
+    // Hides the window; nothing is stored.
+    void cancel() { hide(); }
+    void show();
+    void hide();
+    Window *getEditorWindow() const { return editorWindow; }
+    // Always sets the flag, whatever the argument.
+    void setCreating(bool) { creating = true; }
+    bool isCreating() const { return creating; }
+    Contact *getCurrentItem() const { return currentItem; }
+
+    // The names of every company, in collection order, with the person's
+    // company selected.
+    void populateCompanyMenu();
+    // The address lines, postcode and phone of the company chosen in the
+    // menu, into the fields (nothing when no company has that name).
+    void populateCompanyFields();
+    // The first company with exactly that name, none when none.
+    Contact *getCompanyByName(const QString &text) const;
+    // Opens the company chosen in the menu in the company editor.
+    void editCompanyButton();
+
+    // The postal block to the pasteboard; the mail program on the e-mail field.
+    void copyContact();
+    void sendEmail();
+
+    Window *editorWindow;
+    TextField *name;
+    TextField *add1;
+    TextField *add2;
+    TextField *add3;
+    PopUp *company;
+    TextField *extension;
+    TextField *jobtitle;
+    TextField *postcode;
+    TextField *phone;
+    TextField *mobile;
+    TextField *fax;
+    TextField *email;
+    PopUp *type;
+    PopUp *title;
+    TextField *website;
+    TextView *comments;
+    OpenContactReports *reports;
+
+private:
+    Quorvel *quorvel;
+    ContactManager *contactManager;
+    Contact *currentItem = nullptr;
+    bool creating = false;
+};

@@ -1,0 +1,32 @@
+#include "contacts/OpenContactReports.h"
+
+#include "reports/ReportManager.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+OpenContactReports::OpenContactReports(Quorvel *controller, QObject *parent)
+    : QObject(parent),
+      itemTableView(new TableView(this)),
+      orderTableView(new TableView(this)),
+      quorvel(controller),
+      itemsReportMangager(std::make_unique<ReportManager>(controller)),
+      ordersReportMangager(std::make_unique<ReportManager>(controller))
+{
+    // Until a report has run, each table is served by its engine (empty).
+    itemTableView->setDataSource(itemsReportMangager.get());
+    orderTableView->setDataSource(ordersReportMangager.get());
+}
+
+OpenContactReports::~OpenContactReports()
+{
+    // The tables outlive the engines by a moment: they must not ask a
+    // destroyed engine for rows.
+    itemTableView->setDataSource(nullptr);
+    orderTableView->setDataSource(nullptr);
+}
+
+void OpenContactReports::run()
+{
+    itemsReportMangager->doReport(u"ItemsforOpenContact"_s, itemTableView);
+    ordersReportMangager->doReport(u"OrdersforOpenContact"_s, orderTableView);
+}

@@ -1,0 +1,41 @@
+#pragma once
+// The editor of a company's person: one window over the company-contact
+// editor's outlets. The person's name, form of address and job title; the
+// company, chosen from a menu of every company (the address lines, postcode
+// and phone follow the choice, and "Edit Company" opens the chosen company
+// in its editor); the extension, the other phone numbers, the e-mail
+// address (with a button that opens the mail program), the web address,
+// the type and the notes; and, beside them, the person's orders and the
+// lines they bought. The postal block is copied to the pasteboard. OK
+// stores the person; Cancel, Escape and the close box leave them as they
+// were. The window remembers its size and place.
+#include <QDialog>
+#include <QList>
+
+class CompanyContactEditor;
+class QLineEdit;
+class TableView;
+
+class CompanyContactEditorWindow : public QDialog
+{
+    Q_OBJECT
+public:
+    explicit CompanyContactEditorWindow(CompanyContactEditor &editor, QWidget *parent = nullptr);
+    ~CompanyContactEditorWindow() override;
+
+public Q_SLOTS:
+    // Escape, the Cancel button and the close box.
+    void reject() override;
+
+protected:
+    void showEvent(QShowEvent *event) override;
+
+private:
+    QWidget *makeDetails();
+    QWidget *makeReports();
+
+    CompanyContactEditor &people;
+    QLineEdit *nameEdit = nullptr;
+    // The widgets in the order Tab visits them.
+    QList<QWidget *> tabChain;
+};

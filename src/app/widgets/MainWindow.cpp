@@ -10,6 +10,7 @@
 #include "app/widgets/integrityTableView.h"
 #include "contacts/CompanyEditor.h"
 #include "contacts/ContactManager.h"
+#include "contacts/widgets/ContactOutline.h"
 #include "items/ItemManager.h"
 #include "orders/OrderManager.h"
 #include "platform/Localised.h"
@@ -70,7 +71,8 @@ QWidget *MainWindow::makePage(const QString &identifier)
         ContactManager *contacts = quorvel.getContactManager();
         addSearchField(bar, QStringLiteral("contactSearchField"), contacts->searchField);
         addFilter(bar, QStringLiteral("contactTypeFilter"), contacts->typeFilter);
-        addList(layout, QStringLiteral("contactOutline"), contacts->getCompanyOutline(), contacts);
+        ContactOutline::install(
+            addList(layout, QStringLiteral("contactOutline"), contacts->getCompanyOutline(), contacts), contacts);
     } else if (identifier == QLatin1String("2")) {
         OrderManager *orders = quorvel.getOrderManager();
         addSearchField(bar, QStringLiteral("orderSearchField"), orders->searchField);

@@ -14,6 +14,7 @@
 #include "reports/ReportManager.h"
 
 #include <QDir>
+#include <QHash>
 
 using namespace Qt::Literals::StringLiterals;
 using platform::localised;
@@ -247,16 +248,23 @@ void BillManager::filter()
         start = platform::parseDate(from, format);
     const std::optional<qint64> startMs = start ? std::optional<qint64>(start->toMSecsSinceEpoch()) : std::nullopt;
     const std::optional<qint64> endMs = to ? std::optional<qint64>(to->toMSecsSinceEpoch()) : std::nullopt;
+    // Each date text is read once: bills share their dates, and reading one
+    // as local time asks the system for its time zone every time.
+    QHash<QString, std::optional<qint64>> paidMoments;
     filterBy([&](const dataObject &record) {
         if (!search.isEmpty() && !record.contains(search))
             return false;
         if (!startMs && !endMs)
             return true;
-        const std::optional<QDateTime> paid =
-            platform::parseDate(static_cast<const Bill &>(record).getDatePaid(), format);
-        if (!paid)
+        const QString &paidText = static_cast<const Bill &>(record).getDatePaid();
+        auto known = paidMoments.constFind(paidText);
+        if (known == paidMoments.cend()) {
+            const std::optional<QDateTime> paid = platform::parseDate(paidText, format);
+            known = paidMoments.insert(paidText, paid ? std::optional<qint64>(paid->toMSecsSinceEpoch()) : std::nullopt);
+        }
+        if (!*known)
             return false;
-        const qint64 paidMs = paid->toMSecsSinceEpoch();
+        const qint64 paidMs = **known;
         if (startMs && paidMs < *startMs)
             return false;
         if (endMs && paidMs > *endMs)

@@ -2,6 +2,7 @@
 
 #include "app/PrefsController.h"
 #include "app/Quorvel.h"
+#include "cli/AccountsCommand.h"
 #include "cli/CliOutput.h"
 #include "cli/CliDatabase.h"
 #include "cli/ReportCommands.h"
@@ -306,6 +307,14 @@ QString usage()
         "        program exports it; --contact opens that contact for the\n"
         "        value \"currentcontact\" (-1: none)\n"
         "  reports  the names the report chooser lists, one per line\n"
+        "  accounts [--period TITLE] [--from DATE] [--search TEXT]\n"
+        "           [--now YYYY-MM-DDTHH:MM] [--table bills|moneyin|statement]\n"
+        "           [--columns ID[=TITLE],...] [--format csv|html] [--output FILE]\n"
+        "        the accounts tab's table (default bills) for the period of the\n"
+        "        pop-up (default \"All\"; \"1 Week\", \"1 Month\" and \"1 Year\" need\n"
+        "        --from in the date order of the preferences) as of --now,\n"
+        "        total rows included, as the program exports it; --columns\n"
+        "        chooses the bills table's columns\n"
         "\n"
         "Options:\n"
         "  --data-dir DIR  the application-support folder (the database is\n"
@@ -363,6 +372,8 @@ int run(const QStringList &arguments, QIODevice &out, QIODevice &err)
         return reportsCommand(rest, out, err);
     if (command == QLatin1String("repeat"))
         return repeatCommand(rest, out, err);
+    if (command == QLatin1String("accounts"))
+        return accountsCommand(rest, out, err);
     if (command == QLatin1String("help")) {
         out.write(usage().toUtf8());
         return Success;

@@ -243,6 +243,84 @@ std::optional<qint64> momentOf(const QString &text, const QString &format)
     return date->toMSecsSinceEpoch();
 }
 
+// The dates read during one run, each text read once: a run over every
+// order meets the same few thousand dates again and again, and reading a
+// date as local time asks the system for its time zone every time. The
+// format is the engine's, fetched when the first date is read.
+class DateReadings
+{
+public:
+    explicit DateReadings(const ReportManager &engine) : reports(engine) {}
+
+    std::optional<qint64> read(const QString &text)
+    {
+        if (!formatKnown) {
+            format = reports.dateFormat();
+            formatKnown = true;
+        }
+        const auto known = readings.constFind(text);
+        if (known != readings.cend())
+            return *known;
+        const std::optional<qint64> moment = momentOf(text, format);
+        readings.insert(text, moment);
+        return moment;
+    }
+
+private:
+    const ReportManager &reports;
+    QString format;
+    bool formatKnown = false;
+    QHash<QString, std::optional<qint64>> readings;
+};
+
+// Whether the record meets every clause (see ReportManager::meetsCriteria).
+bool clausesHold(const ReportManager &reports, const dataObject &record, const QList<ReportManager::Clause> &where,
+                 DateReadings &dates)
+{
+    for (const ReportManager::Clause &clause : where) {
+        const QString found = record.getFieldByName(clause.field);
+        // A clause made by hand (not by clausesFrom) has nothing worked out.
+        const bool current = clause.prepared ? clause.currentContact : clause.value == "currentcontact"_L1;
+        const bool known = clause.prepared && !current;
+        QString value = clause.value;
+        if (current)
+            value = reports.getQuorvel() ? reports.getQuorvel()->getCurrentContactIdAsString() : u"-1"_s;
+        const QString &op = clause.op;
+        bool holds = true;
+        if (ReportManager::isDate(found)) {
+            if (op == ">"_L1 || op == "<"_L1) {
+                const std::optional<qint64> a = dates.read(found);
+                const std::optional<qint64> b = known ? clause.valueTime : dates.read(value);
+                const bool later = !a || !b || *a - *b >= 0;
+                holds = op == ">"_L1 ? later : !later;
+            } else if (op == "!"_L1) {
+                holds = found != value;
+            } else if (op == "="_L1) {
+                holds = found == value;
+            }
+        } else if (!ReportManager::isNumeric(found)) {
+            if (op == "="_L1)
+                holds = found == value;
+            else if (op == "!"_L1)
+                holds = found != value;
+        } else {
+            const float r = platform::floatValue(found);
+            const float v = known ? clause.valueNumber : platform::floatValue(value);
+            if (op == ">"_L1)
+                holds = r > v;
+            else if (op == "<"_L1)
+                holds = r < v;
+            else if (op == "!"_L1)
+                holds = r != v;
+            else if (op == "="_L1)
+                holds = r == v;
+        }
+        if (!holds)
+            return false;
+    }
+    return true;
+}
+
 // The rows of a collation, read once in row order: each row's group of rows
 // with equal match text (groups numbered in the order of their first rows),
 // and whether its quantity is a number, with its value.
@@ -550,6 +628,7 @@ RowValues collectRows(const ReportManager &reports, const QString &name, const D
     // lists' filters do.
     constexpr int ahead = 8;
     constexpr int linesPerRecord = 3;
+    DateReadings dates(reports);
     for (int i = 0; i < count; ++i) {
         if (i + ahead < count) {
             const char *next = reinterpret_cast<const char *>(source->getnthItem(i + ahead));
@@ -557,9 +636,9 @@ RowValues collectRows(const ReportManager &reports, const QString &name, const D
                 __builtin_prefetch(next + line * 64);
         }
         const dataObject *record = source->getnthItem(i);
-        if (reports.meetsCriteria(*record, where))
+        if (clausesHold(reports, *record, where, dates))
             addRow(*record, definition.fields);
-        if (secondRows && reports.meetsCriteria(*record, where2))
+        if (secondRows && clausesHold(reports, *record, where2, dates))
             addRow(*record, names2);
     }
     return rows;
@@ -778,49 +857,8 @@ QList<ReportManager::Clause> ReportManager::clausesFrom(const QVariant &where, c
 
 bool ReportManager::meetsCriteria(const dataObject &record, const QList<Clause> &where) const
 {
-    for (const Clause &clause : where) {
-        const QString found = record.getFieldByName(clause.field);
-        // A clause made by hand (not by clausesFrom) has nothing worked out.
-        const bool current = clause.prepared ? clause.currentContact : clause.value == "currentcontact"_L1;
-        const bool known = clause.prepared && !current;
-        QString value = clause.value;
-        if (current)
-            value = quorvel ? quorvel->getCurrentContactIdAsString() : u"-1"_s;
-        const QString &op = clause.op;
-        bool holds = true;
-        if (isDate(found)) {
-            if (op == ">"_L1 || op == "<"_L1) {
-                const QString format = dateFormat();
-                const std::optional<qint64> a = momentOf(found, format);
-                const std::optional<qint64> b = known ? clause.valueTime : momentOf(value, format);
-                const bool later = !a || !b || *a - *b >= 0;
-                holds = op == ">"_L1 ? later : !later;
-            } else if (op == "!"_L1) {
-                holds = found != value;
-            } else if (op == "="_L1) {
-                holds = found == value;
-            }
-        } else if (!isNumeric(found)) {
-            if (op == "="_L1)
-                holds = found == value;
-            else if (op == "!"_L1)
-                holds = found != value;
-        } else {
-            const float r = platform::floatValue(found);
-            const float v = known ? clause.valueNumber : platform::floatValue(value);
-            if (op == ">"_L1)
-                holds = r > v;
-            else if (op == "<"_L1)
-                holds = r < v;
-            else if (op == "!"_L1)
-                holds = r != v;
-            else if (op == "="_L1)
-                holds = r == v;
-        }
-        if (!holds)
-            return false;
-    }
-    return true;
+    DateReadings dates(*this);
+    return clausesHold(*this, record, where, dates);
 }
 
 bool ReportManager::dateIsLaterThanDate(const QString &a, const QString &b) const

@@ -1,11 +1,28 @@
 #include "TestMain.h"
 
+#include "accounts/BillManager.h"
+#include "app/PrefsController.h"
 #include "app/Quorvel.h"
 #include "app/widgets/MainWindow.h"
 
+#include <QComboBox>
+#include <QDir>
+#include <QLineEdit>
 #include <QSettings>
 #include <QTabWidget>
 #include <QTest>
+
+namespace {
+
+// Chooses a period in the pop-up with the keyboard, as a user would.
+void choosePeriod(QComboBox *periods, int index)
+{
+    QTest::keyClick(periods, Qt::Key_Home);
+    for (int i = 0; i < index; ++i)
+        QTest::keyClick(periods, Qt::Key_Down);
+}
+
+}  // namespace
 
 class MainWindowTest : public QObject
 {
@@ -43,6 +60,46 @@ private Q_SLOTS:
         for (int i = 0; i < accounts->count(); ++i)
             identifiers << MainWindow::identifierOf(accounts->widget(i));
         QCOMPARE(identifiers, QStringList({QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("3")}));
+    }
+
+    void shouldTakeAStartDateOnlyForThePeriodsMeasuredFromIt_data()
+    {
+        QTest::addColumn<QString>("period");
+        QTest::addColumn<bool>("enabled");
+        QTest::newRow("all") << "All" << false;
+        QTest::newRow("one week") << "1 Week" << true;
+        QTest::newRow("one month") << "1 Month" << true;
+        QTest::newRow("one year") << "1 Year" << true;
+        QTest::newRow("current calendar month") << "Current calendar month" << false;
+        QTest::newRow("last calendar month") << "Last calendar month" << false;
+    }
+    void shouldTakeAStartDateOnlyForThePeriodsMeasuredFromIt()
+    {
+        QFETCH(QString, period);
+        QFETCH(bool, enabled);
+        // The accounts module on, as a saved start with the notepad leaves it.
+        QSettings(PrefsController::settingsName(), PrefsController::settingsName())
+            .setValue(QStringLiteral("QuorvelWelcome"), QStringLiteral("YES"));
+        QDir().mkpath(PrefsController::notepadPath());
+        Quorvel quorvel;
+        quorvel.getPrefsController()->readDefaults();
+        QVERIFY(quorvel.hasAccounts());
+        MainWindow window(quorvel);
+        QWidget *accounts = window.tabWithIdentifier(QStringLiteral("pro2"));
+        auto *periods = accounts->findChild<QComboBox *>(QStringLiteral("billPeriodPopUp"));
+        auto *from = accounts->findChild<QLineEdit *>(QStringLiteral("billFromDate"));
+        QVERIFY(periods && from);
+        const int index = periods->findText(period);
+        QVERIFY(index >= 0);
+
+        // First a period of the other kind, so that the field has to change.
+        choosePeriod(periods, periods->findText(enabled ? QStringLiteral("Current calendar month")
+                                                        : QStringLiteral("1 Week")));
+        QCOMPARE(from->isEnabled(), !enabled);
+        choosePeriod(periods, index);
+        QCOMPARE(periods->currentText(), period);
+        QCOMPARE(from->isEnabled(), enabled);
+        QCOMPARE(quorvel.getBillManager()->fromDate->isEnabled(), enabled);
     }
 
     void shouldRememberItsSizeAndPlace()

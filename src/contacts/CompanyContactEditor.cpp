@@ -62,7 +62,7 @@ void CompanyContactEditor::setItem(Contact *contact)
     mobile->setStringValue(contact->getMobile());
     website->setStringValue(contact->getWebsite());
     type->selectItemWithTitle(contact->getType());
-    reports->run();
+    reports->run(contact);
 }
 
 void CompanyContactEditor::populateCompanyMenu()

@@ -395,7 +395,7 @@ void ContactManager::setItem(Contact *contact)
     phone->setStringValue(contact->getPhone());
     type->selectItemWithTitle(contact->getType());
     reloadData();
-    reports->run();
+    reports->run(contact);
 }
 
 void ContactManager::finish()

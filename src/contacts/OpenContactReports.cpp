@@ -1,5 +1,6 @@
 #include "contacts/OpenContactReports.h"
 
+#include "contacts/Contact.h"
 #include "reports/ReportManager.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -25,8 +26,14 @@ OpenContactReports::~OpenContactReports()
     orderTableView->setDataSource(nullptr);
 }
 
-void OpenContactReports::run()
+void OpenContactReports::run(const Contact *contact)
 {
+    // The open contact is given, not taken from the contact manager: a
+    // company's person opened from the company editor is shown while the
+    // company stays the manager's current contact.
+    const int id = contact ? contact->getID() : -1;
+    itemsReportMangager->setOpenContactId(id);
+    ordersReportMangager->setOpenContactId(id);
     itemsReportMangager->doReport(u"ItemsforOpenContact"_s, itemTableView);
     ordersReportMangager->doReport(u"OrdersforOpenContact"_s, orderTableView);
 }

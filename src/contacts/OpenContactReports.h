@@ -9,6 +9,7 @@
 #include <QObject>
 #include <memory>
 
+class Contact;
 class Quorvel;
 class ReportManager;
 
@@ -19,8 +20,9 @@ public:
     explicit OpenContactReports(Quorvel *controller, QObject *parent = nullptr);
     ~OpenContactReports() override;
 
-    // Runs both reports into their tables.
-    void run();
+    // Runs both reports into their tables for that contact (none: no
+    // contact's rows).
+    void run(const Contact *contact);
 
     TableView *itemTableView;
     TableView *orderTableView;

@@ -284,7 +284,7 @@ bool clausesHold(const ReportManager &reports, const dataObject &record, const Q
         const bool known = clause.prepared && !current;
         QString value = clause.value;
         if (current)
-            value = reports.getQuorvel() ? reports.getQuorvel()->getCurrentContactIdAsString() : u"-1"_s;
+            value = reports.currentContactIdText();
         const QString &op = clause.op;
         bool holds = true;
         if (ReportManager::isDate(found)) {
@@ -789,6 +789,13 @@ void ReportManager::doReport(const QString &name, TableView *view)
 
     if (view)
         view->reloadData();
+}
+
+QString ReportManager::currentContactIdText() const
+{
+    if (openContactId)
+        return QString::number(*openContactId);
+    return quorvel ? quorvel->getCurrentContactIdAsString() : u"-1"_s;
 }
 
 void ReportManager::removeAllColumns()

@@ -47,6 +47,11 @@ public:
 
     void setQuorvel(Quorvel *controller) { quorvel = controller; }
     Quorvel *getQuorvel() const { return quorvel; }
+    // The contact that "currentcontact" names in this engine's conditions.
+    // Without one it is the contact manager's current contact.
+    void setOpenContactId(std::optional<int> id) { openContactId = id; }
+    // The id text "currentcontact" stands for ("-1" when there is none).
+    QString currentContactIdText() const;
     // The field whose date format is used to read dates. Without one (or
     // with a field that has no format) the user's date order from the
     // preferences is used.
@@ -114,6 +119,7 @@ public:
 
 private:
     Quorvel *quorvel;
+    std::optional<int> openContactId;
     TextField *fromDate = nullptr;
     QString totalcol = QStringLiteral("field-1");
     int collationcol = -1;

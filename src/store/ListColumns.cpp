@@ -10,9 +10,14 @@ QStringList kinds()
 
 QList<TableColumn> defaultsFor(const QString &kind)
 {
-    if (kind == QLatin1String("contacts"))
-        return TableView::columnsFrom({{"name", "Name"}, {"type", "Type"}, {"add1", "Address"},
-                                       {"postcode", "Postcode"}, {"phone", "Phone"}, {"email", "Email"}});
+    if (kind == QLatin1String("contacts")) {
+        QList<TableColumn> columns = TableView::columnsFrom({{"name", "Name"}, {"type", "Type"}, {"add1", "Address"},
+                                                             {"postcode", "Postcode"}, {"phone", "Phone"},
+                                                             {"email", "Email"}});
+        // Room for the outline's disclosure and a company's people indented.
+        columns.first().width = 200;
+        return columns;
+    }
     if (kind == QLatin1String("orders"))
         return TableView::columnsFrom({{"ordernum", "Number"}, {"date", "Date"}, {"title", "Title"},
                                        {"contact:name", "Customer"}, {"status", "Status"},

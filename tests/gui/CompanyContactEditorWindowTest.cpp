@@ -149,8 +149,16 @@ private Q_SLOTS:
         QCOMPARE(companyWindow->findChild<QLineEdit *>(QStringLiteral("name"))->text(), QStringLiteral("Bolt"));
     }
 
+    void shouldShowThePersonsOrdersBesideTheFields_data()
+    {
+        QTest::addColumn<bool>("fromTheCompany");
+        QTest::newRow("opened from the list") << false;
+        // The company stays the contact manager's current contact then.
+        QTest::newRow("opened from the company's people") << true;
+    }
     void shouldShowThePersonsOrdersBesideTheFields()
     {
+        QFETCH(bool, fromTheCompany);
         Program program;
         program.quorvel.getReportManager()->populateFilter();  // installs the report definitions
         auto *order = new Order;
@@ -162,7 +170,15 @@ private Q_SLOTS:
         someoneElse->setContact(program.acme);
         program.quorvel.getOrderManager()->add(someoneElse);
 
-        QVERIFY(program.openAnn());
+        if (fromTheCompany) {
+            program.contacts.editThisContact(program.acme);
+            program.contacts.getTableView()->selectRow(0);
+            program.contacts.companyContactDoubleClick();
+            QVERIFY(QTest::qWaitForWindowExposed(program.window()));
+            QCOMPARE(program.contacts.getCurrentItem(), program.acme);
+        } else {
+            QVERIFY(program.openAnn());
+        }
         auto *orders = program.find<QTableView>("orderTableView");
         QVERIFY(shows(orders, QStringLiteral("Shelving")));
         QVERIFY(!shows(orders, QStringLiteral("Lamps")));

@@ -4,20 +4,13 @@
 // categories and every category met on a bill opened here) and details.
 // OK stores the bill; Cancel, Escape and the close box abandon the editor.
 // The window remembers its size and place.
-#include <QDialog>
+#include "app/widgets/EditorDialog.h"
 
 class BillManager;
 
-class BillEditorWindow : public QDialog
+class BillEditorWindow : public EditorDialog
 {
     Q_OBJECT
 public:
     explicit BillEditorWindow(BillManager &manager, QWidget *parent = nullptr);
-
-public Q_SLOTS:
-    // Escape, the Cancel button and the close box.
-    void reject() override;
-
-private:
-    BillManager &bills;
 };

@@ -9,33 +9,19 @@
 // lines they bought. The postal block is copied to the pasteboard. OK
 // stores the person; Cancel, Escape and the close box leave them as they
 // were. The window remembers its size and place.
-#include <QDialog>
-#include <QList>
+#include "app/widgets/EditorDialog.h"
 
 class CompanyContactEditor;
-class QLineEdit;
-class TableView;
 
-class CompanyContactEditorWindow : public QDialog
+class CompanyContactEditorWindow : public EditorDialog
 {
     Q_OBJECT
 public:
     explicit CompanyContactEditorWindow(CompanyContactEditor &editor, QWidget *parent = nullptr);
     ~CompanyContactEditorWindow() override;
 
-public Q_SLOTS:
-    // Escape, the Cancel button and the close box.
-    void reject() override;
-
-protected:
-    void showEvent(QShowEvent *event) override;
-
 private:
     QWidget *makeDetails();
-    QWidget *makeReports();
 
     CompanyContactEditor &people;
-    QLineEdit *nameEdit = nullptr;
-    // The widgets in the order Tab visits them.
-    QList<QWidget *> tabChain;
 };

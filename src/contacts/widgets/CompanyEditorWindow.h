@@ -7,34 +7,22 @@
 // in the company-contact editor. The postal block is copied to the
 // pasteboard. OK stores the company; Cancel, Escape and the close box leave
 // it as it was. The window remembers its size and place.
-#include <QDialog>
-#include <QList>
+#include "app/widgets/EditorDialog.h"
 
 class CompanyEditor;
-class QLineEdit;
 class integrityTableView;
 
-class CompanyEditorWindow : public QDialog
+class CompanyEditorWindow : public EditorDialog
 {
     Q_OBJECT
 public:
     explicit CompanyEditorWindow(CompanyEditor &editor, QWidget *parent = nullptr);
     ~CompanyEditorWindow() override;
 
-public Q_SLOTS:
-    // Escape, the Cancel button and the close box.
-    void reject() override;
-
-protected:
-    void showEvent(QShowEvent *event) override;
-
 private:
     QWidget *makeDetails();
     QWidget *makePeople();
 
     CompanyEditor &companies;
-    QLineEdit *nameEdit = nullptr;
     integrityTableView *people = nullptr;
-    // The widgets in the order Tab visits them.
-    QList<QWidget *> tabChain;
 };

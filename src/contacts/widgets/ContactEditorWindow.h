@@ -8,26 +8,17 @@
 // "Make Company" a company; either way it is stored and opens in that
 // editor at this window's place. OK stores the contact; Cancel, Escape and
 // the close box abandon it. The window remembers its size and place.
-#include <QDialog>
+#include "app/widgets/EditorDialog.h"
 
 class ContactManager;
-class QLineEdit;
 
-class ContactEditorWindow : public QDialog
+class ContactEditorWindow : public EditorDialog
 {
     Q_OBJECT
 public:
     explicit ContactEditorWindow(ContactManager &manager, QWidget *parent = nullptr);
     ~ContactEditorWindow() override;
 
-public Q_SLOTS:
-    // Escape, the Cancel button and the close box.
-    void reject() override;
-
-protected:
-    void showEvent(QShowEvent *event) override;
-
 private:
     ContactManager &contacts;
-    QLineEdit *nameEdit = nullptr;
 };

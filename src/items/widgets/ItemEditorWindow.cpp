@@ -2,15 +2,12 @@
 
 #include "app/widgets/EditorWidgets.h"
 #include "app/widgets/OutletBinding.h"
-#include "app/widgets/WindowPlacement.h"
 #include "items/ItemManager.h"
 #include "items/widgets/ItemPicture.h"
 #include "platform/FilePanels.h"
 #include "platform/Localised.h"
 
 #include <QCheckBox>
-#include <QComboBox>
-#include <QDialogButtonBox>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QFormLayout>
@@ -21,13 +18,11 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMimeData>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QUrl>
 #include <QVBoxLayout>
 
 using platform::localised;
-using editor::labelFor;
 using editor::pushButton;
 
 namespace {
@@ -49,47 +44,25 @@ QString firstLocalFile(const QMimeData *data)
 
 }  // namespace
 
-ItemEditorWindow::ItemEditorWindow(ItemManager &manager, QWidget *parent) : QDialog(parent), items(manager)
+ItemEditorWindow::ItemEditorWindow(ItemManager &manager, QWidget *parent)
+    : EditorDialog(QStringLiteral("itemEditorWindow"), localised("Item"),
+                   [owner = &manager] { owner->cancel(); }, parent),
+      items(manager)
 {
-    setObjectName(QStringLiteral("itemEditorWindow"));
-    setWindowTitle(localised("Item"));
-    setModal(false);
-    setSizeGripEnabled(true);
-
     auto *columns = new QHBoxLayout;
     auto *left = new QVBoxLayout;
     left->addWidget(makeItemGroup(), 1);
     left->addWidget(makeStockGroup());
     columns->addLayout(left, 1);
     columns->addWidget(makePictureGroup());
-
-    auto *buttons = new QDialogButtonBox(this);
-    QPushButton *similar = buttons->addButton(localised("New Similar"), QDialogButtonBox::ActionRole);
-    similar->setObjectName(QStringLiteral("createSimilarButton"));
-    similar->setAutoDefault(false);
-    QPushButton *ok = buttons->addButton(localised("OK"), QDialogButtonBox::AcceptRole);
-    ok->setObjectName(QStringLiteral("okButton"));
-    ok->setDefault(true);
-    QPushButton *cancelling = buttons->addButton(localised("Cancel"), QDialogButtonBox::RejectRole);
-    cancelling->setObjectName(QStringLiteral("cancelButton"));
-    cancelling->setAutoDefault(false);
-    connect(similar, &QPushButton::clicked, &items, &ItemManager::createSimilar);
-    connect(ok, &QPushButton::clicked, &items, &ItemManager::finish);
-    connect(cancelling, &QPushButton::clicked, this, &ItemEditorWindow::reject);
-    tabChain << similar << ok << cancelling;
-
-    auto *layout = new QVBoxLayout(this);
-    layout->addLayout(columns, 1);
-    layout->addWidget(buttons);
-    for (int i = 1; i < tabChain.size(); ++i)
-        setTabOrder(tabChain.at(i - 1), tabChain.at(i));
+    QPushButton *similar = pushButton(localised("New Similar"), QStringLiteral("createSimilarButton"),
+                                      [this] { items.createSimilar(); });
+    layOut(columns, nullptr, [this] { items.finish(); }, {similar});
 
     connect(items.imageView, &Outlet::changed, this, &ItemEditorWindow::showPicture);
     items.imageView->setConnected(true);
     showPicture();
-
-    binding::bind(items.editorWindow, this);
-    placement::remember(this, QStringLiteral("QuorvelItemEditorWindowGeometry"), QSize(720, 520));
+    attach(items.editorWindow, QStringLiteral("QuorvelItemEditorWindowGeometry"), QSize(720, 520));
 }
 
 ItemEditorWindow::~ItemEditorWindow()
@@ -101,46 +74,15 @@ QWidget *ItemEditorWindow::makeItemGroup()
 {
     auto *group = new QGroupBox(localised("Item"));
     group->setObjectName(QStringLiteral("itemGroup"));
-    auto *form = new QFormLayout(group);
-    const auto field = [this, form](TextField *outlet, const QString &objectName, const QString &label) {
-        auto *edit = new QLineEdit;
-        edit->setObjectName(objectName);
-        binding::bind(outlet, edit);
-        form->addRow(labelFor(label, edit), edit);
-        tabChain << edit;
-        return edit;
-    };
-    const auto popUp = [this, form](PopUp *outlet, const QString &objectName, const QString &label) {
-        auto *combo = new QComboBox;
-        combo->setObjectName(objectName);
-        combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-        combo->setMinimumContentsLength(12);
-        binding::bind(outlet, combo);
-        form->addRow(labelFor(label, combo), combo);
-        tabChain << combo;
-    };
-    field(items.code, QStringLiteral("code"), localised("C&ode:"));
-    field(items.name, QStringLiteral("name"), localised("&Name:"));
-    popUp(items.condition, QStringLiteral("condition"), localised("Con&dition:"));
-    popUp(items.status, QStringLiteral("status"), localised("&Status:"));
-
-    auto *description = new QPlainTextEdit;
-    description->setObjectName(QStringLiteral("description"));
-    description->setTabChangesFocus(true);
-    binding::bind(items.description, description);
-    form->addRow(labelFor(localised("Des&cription:"), description), description);
-    tabChain << description;
-
-    auto *supplier = new QLineEdit;
-    supplier->setObjectName(QStringLiteral("supplierName"));
-    binding::bind(items.supplierName, supplier);
-    QPushButton *choose = pushButton(localised("Choose Supplier..."), QStringLiteral("pickSupplierButton"));
-    connect(choose, &QPushButton::clicked, &items, &ItemManager::pickSupplier);
-    auto *supplierRow = new QHBoxLayout;
-    supplierRow->addWidget(supplier, 1);
-    supplierRow->addWidget(choose);
-    form->addRow(labelFor(localised("Su&pplier:"), supplier), supplierRow);
-    tabChain << supplier << choose;
+    editor::Form form{new QFormLayout(group), &tabChain, 12};
+    form.field(items.code, QStringLiteral("code"), localised("C&ode:"));
+    form.field(items.name, QStringLiteral("name"), localised("&Name:"));
+    form.popUp(items.condition, QStringLiteral("condition"), localised("Con&dition:"));
+    form.popUp(items.status, QStringLiteral("status"), localised("&Status:"));
+    form.notes(items.description, QStringLiteral("description"), localised("Des&cription:"));
+    form.withButton(localised("Su&pplier:"), editor::lineEdit(items.supplierName, QStringLiteral("supplierName")),
+                    pushButton(localised("Choose Supplier..."), QStringLiteral("pickSupplierButton"),
+                               [this] { items.pickSupplier(); }));
     return group;
 }
 
@@ -148,25 +90,18 @@ QWidget *ItemEditorWindow::makeStockGroup()
 {
     auto *group = new QGroupBox(localised("Stock"));
     group->setObjectName(QStringLiteral("stockGroup"));
-    auto *form = new QFormLayout(group);
-    const auto field = [this, form](TextField *outlet, const QString &objectName, const QString &label) {
-        auto *edit = new QLineEdit;
-        edit->setObjectName(objectName);
-        binding::bind(outlet, edit);
-        form->addRow(labelFor(label, edit), edit);
-        tabChain << edit;
-    };
-    field(items.price, QStringLiteral("price"), localised("P&rice:"));
-    field(items.bought, QStringLiteral("bought"), localised("&Bought for:"));
-    field(items.shipping, QStringLiteral("shipping"), localised("S&hipping:"));
-    field(items.qty, QStringLiteral("qty"), localised("&Quantity in stock:"));
-    field(items.optimumQty, QStringLiteral("optimumQty"), localised("Quantity &wanted:"));
-    field(items.warnLevel, QStringLiteral("warnLevel"), localised("&Low-stock level:"));
+    editor::Form form{new QFormLayout(group), &tabChain};
+    form.field(items.price, QStringLiteral("price"), localised("P&rice:"));
+    form.field(items.bought, QStringLiteral("bought"), localised("&Bought for:"));
+    form.field(items.shipping, QStringLiteral("shipping"), localised("S&hipping:"));
+    form.field(items.qty, QStringLiteral("qty"), localised("&Quantity in stock:"));
+    form.field(items.optimumQty, QStringLiteral("optimumQty"), localised("Quantity &wanted:"));
+    form.field(items.warnLevel, QStringLiteral("warnLevel"), localised("&Low-stock level:"));
 
     auto *decrease = new QCheckBox(localised("&Take sales out of stock"));
     decrease->setObjectName(QStringLiteral("decreaseQty"));
     binding::bind(items.decreaseQty, decrease);
-    form->addRow(QString(), decrease);
+    form.layout->addRow(QString(), decrease);
     tabChain << decrease;
     return group;
 }
@@ -187,10 +122,10 @@ QWidget *ItemEditorWindow::makePictureGroup()
     well->setAccessibleName(localised("Picture"));
     well->installEventFilter(this);
 
-    QPushButton *choose = pushButton(localised("Choose Picture..."), QStringLiteral("chooseImageButton"));
-    QPushButton *remove = pushButton(localised("Remove Picture"), QStringLiteral("deleteImageButton"));
-    connect(choose, &QPushButton::clicked, this, &ItemEditorWindow::choosePicture);
-    connect(remove, &QPushButton::clicked, &items, &ItemManager::deleteImage);
+    QPushButton *choose =
+        pushButton(localised("Choose Picture..."), QStringLiteral("chooseImageButton"), [this] { choosePicture(); });
+    QPushButton *remove =
+        pushButton(localised("Remove Picture"), QStringLiteral("deleteImageButton"), [this] { items.deleteImage(); });
     tabChain << well << choose << remove;
 
     auto *layout = new QVBoxLayout(group);
@@ -230,13 +165,6 @@ void ItemEditorWindow::choosePicture()
         types << QString::fromLatin1(format);
     if (const std::optional<QString> chosen = platform::runOpenPanel(types, localised("Choose Picture")))
         takePictureFrom(*chosen);
-}
-
-void ItemEditorWindow::reject()
-{
-    items.cancel();
-    if (isVisible())
-        QDialog::reject();
 }
 
 // The well takes dropped image files, and Space or Enter opens the chooser.

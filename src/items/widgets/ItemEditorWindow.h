@@ -7,12 +7,12 @@
 // chosen from a file, and removed at once. OK stores the item, "New
 // Similar" stores it and starts a copy; Cancel, Escape and the close box
 // abandon the editor. The window remembers its size and place.
-#include <QDialog>
+#include "app/widgets/EditorDialog.h"
 
 class ItemManager;
 class QLabel;
 
-class ItemEditorWindow : public QDialog
+class ItemEditorWindow : public EditorDialog
 {
     Q_OBJECT
 public:
@@ -25,10 +25,6 @@ public:
     // Asks for a picture file and takes it.
     void choosePicture();
 
-public Q_SLOTS:
-    // Escape, the Cancel button and the close box.
-    void reject() override;
-
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
@@ -40,6 +36,4 @@ private:
 
     ItemManager &items;
     QLabel *well = nullptr;
-    // The widgets in the order Tab visits them.
-    QList<QWidget *> tabChain;
 };

@@ -5,7 +5,6 @@
 #include "app/kdKeyResponder.h"
 #include "app/widgets/EditorWidgets.h"
 #include "app/widgets/OutletBinding.h"
-#include "app/widgets/WindowPlacement.h"
 #include "app/widgets/integrityTableView.h"
 #include "orders/BOMManager.h"
 #include "orders/OrderManager.h"
@@ -15,7 +14,6 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -23,13 +21,14 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
 
 using platform::localised;
 using editor::labelFor;
+using editor::leftRow;
 using editor::pushButton;
+using editor::row;
 
 namespace {
 
@@ -45,26 +44,15 @@ QLabel *detail(TextField *outlet, const QString &name)
     return label;
 }
 
-QHBoxLayout *row(std::initializer_list<QWidget *> widgets)
-{
-    auto *layout = new QHBoxLayout;
-    for (QWidget *widget : widgets)
-        layout->addWidget(widget);
-    return layout;
-}
-
 }  // namespace
 
 OrderEditorWindow::OrderEditorWindow(OrderManager &manager, QWidget *parent)
-    : QDialog(parent), orders(manager), materialsKeys(std::make_unique<kdKeyResponder>())
+    : EditorDialog(QStringLiteral("orderEditorWindow"), localised("Order"),
+                   [owner = &manager] { owner->cancel(); }, parent),
+      orders(manager), materialsKeys(std::make_unique<kdKeyResponder>())
 {
-    setObjectName(QStringLiteral("orderEditorWindow"));
-    setWindowTitle(localised("Order"));
-    setModal(false);
-    setSizeGripEnabled(true);
     // The buttons the manager holds outlets for (Calculate, View, Edit
     // Contact) are answered by the manager itself; the others call it here.
-
     auto *grid = new QGridLayout;
     grid->addWidget(makeOrderGroup(), 0, 0);
     grid->addWidget(makeContactGroup(), 0, 1);
@@ -76,27 +64,8 @@ OrderEditorWindow::OrderEditorWindow(OrderManager &manager, QWidget *parent)
     grid->setRowStretch(2, 1);
     for (int column = 0; column < 3; ++column)
         grid->setColumnStretch(column, 1);
-
-    auto *buttons = new QDialogButtonBox(this);
-    QPushButton *ok = buttons->addButton(localised("OK"), QDialogButtonBox::AcceptRole);
-    ok->setObjectName(QStringLiteral("okButton"));
-    ok->setDefault(true);
-    QPushButton *cancelling = buttons->addButton(localised("Cancel"), QDialogButtonBox::RejectRole);
-    cancelling->setObjectName(QStringLiteral("cancelButton"));
-    cancelling->setAutoDefault(false);
-    connect(ok, &QPushButton::clicked, this, [this] { orders.finish(&orders); });
-    connect(cancelling, &QPushButton::clicked, this, &OrderEditorWindow::reject);
-    tabChain << ok << cancelling;  // as the platforms here lay them out
-
-    auto *layout = new QVBoxLayout(this);
-    layout->addLayout(grid, 1);
-    layout->addWidget(buttons);
-
-    for (int i = 1; i < tabChain.size(); ++i)
-        setTabOrder(tabChain.at(i - 1), tabChain.at(i));
-
-    binding::bind(orders.editorWindow, this);
-    placement::remember(this, QStringLiteral("QuorvelOrderEditorWindowGeometry"), QSize(1060, 760));
+    layOut(grid, nullptr, [this] { orders.finish(&orders); });
+    attach(orders.editorWindow, QStringLiteral("QuorvelOrderEditorWindowGeometry"), QSize(1060, 760));
 }
 
 OrderEditorWindow::~OrderEditorWindow() = default;
@@ -105,37 +74,13 @@ QGroupBox *OrderEditorWindow::makeOrderGroup()
 {
     orderGroup = new QGroupBox(localised("Order"));
     orderGroup->setObjectName(QStringLiteral("orderGroup"));
-    auto *form = new QFormLayout(orderGroup);
-    const auto field = [this, form](TextField *outlet, const QString &name, const QString &label) {
-        auto *edit = new QLineEdit;
-        edit->setObjectName(name);
-        binding::bind(outlet, edit);
-        form->addRow(labelFor(label, edit), edit);
-        tabChain << edit;
-        return edit;
-    };
-    field(orders.orderNumber, QStringLiteral("orderNumber"), localised("&Number:"));
-    field(orders.date, QStringLiteral("date"), localised("&Date:"));
-    field(orders.title, QStringLiteral("title"), localised("&Title:"));
-
-    const auto popUp = [this, form](PopUp *outlet, const QString &name, const QString &label) {
-        auto *combo = new QComboBox;
-        combo->setObjectName(name);
-        combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-        combo->setMinimumContentsLength(12);
-        binding::bind(outlet, combo);
-        form->addRow(labelFor(label, combo), combo);
-        tabChain << combo;
-    };
-    popUp(orders.status, QStringLiteral("status"), localised("&Status:"));
-    popUp(orders.paymentMethod, QStringLiteral("paymentMethod"), localised("Payment &method:"));
-
-    auto *description = new QPlainTextEdit;
-    description->setObjectName(QStringLiteral("description"));
-    description->setTabChangesFocus(true);
-    binding::bind(orders.description, description);
-    form->addRow(labelFor(localised("Des&cription:"), description), description);
-    tabChain << description;
+    editor::Form form{new QFormLayout(orderGroup), &tabChain, 12};
+    form.field(orders.orderNumber, QStringLiteral("orderNumber"), localised("&Number:"));
+    form.field(orders.date, QStringLiteral("date"), localised("&Date:"));
+    form.field(orders.title, QStringLiteral("title"), localised("&Title:"));
+    form.popUp(orders.status, QStringLiteral("status"), localised("&Status:"));
+    form.popUp(orders.paymentMethod, QStringLiteral("paymentMethod"), localised("Payment &method:"));
+    form.notes(orders.description, QStringLiteral("description"), localised("Des&cription:"));
     return orderGroup;
 }
 
@@ -159,27 +104,21 @@ QGroupBox *OrderEditorWindow::makeContactGroup()
     form->addRow(localised("Fax:"), detail(orders.contactFax, QStringLiteral("contactFax")));
     form->addRow(localised("E-mail:"), detail(orders.contactEmail, QStringLiteral("contactEmail")));
 
-    QPushButton *choose = pushButton(localised("Choose Contact..."), QStringLiteral("pickContactButton"));
-    QPushButton *create = pushButton(localised("New Contact"), QStringLiteral("createContactButton"));
+    QPushButton *choose = pushButton(localised("Choose Contact..."), QStringLiteral("pickContactButton"),
+                                     [this] { orders.pickContact(); });
+    QPushButton *create =
+        pushButton(localised("New Contact"), QStringLiteral("createContactButton"), [this] { orders.createContact(); });
     QPushButton *editing = pushButton(localised("Edit Contact"), QStringLiteral("editContactButton"));
-    QPushButton *copy = pushButton(localised("Copy Address"), QStringLiteral("copyContactButton"));
-    QPushButton *mail = pushButton(localised("E-mail"), QStringLiteral("sendEmailButton"));
     binding::bind(orders.editContactButton, editing);
-    connect(choose, &QPushButton::clicked, &orders, &OrderManager::pickContact);
-    connect(create, &QPushButton::clicked, &orders, &OrderManager::createContact);
-    connect(copy, &QPushButton::clicked, &orders, &OrderManager::copyContact);
-    connect(mail, &QPushButton::clicked, &orders, &OrderManager::sendEmail);
+    QPushButton *copy = editor::copyAddressButton([this] { orders.copyContact(); });
+    QPushButton *mail = editor::emailButton([this] { orders.sendEmail(); });
     tabChain << choose << create << editing << copy << mail;
 
     auto *layout = new QVBoxLayout(group);
     layout->addLayout(form);
     layout->addStretch(1);
-    auto *first = row({choose, create, editing});
-    first->addStretch(1);
-    auto *second = row({copy, mail});
-    second->addStretch(1);
-    layout->addLayout(first);
-    layout->addLayout(second);
+    layout->addLayout(leftRow({choose, create, editing}));
+    layout->addLayout(leftRow({copy, mail}));
     return group;
 }
 
@@ -285,9 +224,7 @@ QGroupBox *OrderEditorWindow::makeRepeatGroup()
     layout->addLayout(settings);
     layout->addWidget(summary);
     layout->addStretch(1);
-    auto *commands = row({now});
-    commands->addStretch(1);
-    layout->addLayout(commands);
+    layout->addLayout(leftRow({now}));
     return group;
 }
 
@@ -311,9 +248,7 @@ QGroupBox *OrderEditorWindow::makeAttachmentGroup()
 
     auto *side = new QVBoxLayout;
     side->addWidget(count);
-    auto *commands = row({view, attach});
-    commands->addStretch(1);
-    side->addLayout(commands);
+    side->addLayout(leftRow({view, attach}));
     side->addStretch(1);
     auto *layout = new QHBoxLayout(group);
     layout->addWidget(well, 0, Qt::AlignTop);
@@ -338,9 +273,7 @@ QGroupBox *OrderEditorWindow::makeInvoiceGroup()
 
     auto *form = new QFormLayout(group);
     form->addRow(labelFor(localised("Stationer&y:"), stationery), stationery);
-    auto *commands = row({print});
-    commands->addStretch(1);
-    form->addRow(QString(), commands);
+    form->addRow(QString(), leftRow({print}));
     return group;
 }
 
@@ -395,14 +328,7 @@ void OrderEditorWindow::showTerms()
 void OrderEditorWindow::showEvent(QShowEvent *event)
 {
     showTerms();
-    QDialog::showEvent(event);
-}
-
-void OrderEditorWindow::reject()
-{
-    orders.cancel();
-    if (isVisible())
-        QDialog::reject();
+    EditorDialog::showEvent(event);
 }
 
 // F2 edits the current cell of the materials table (the table keeps every

@@ -7,7 +7,8 @@
 // stationery, and the order's bill of materials, edited in place. OK stores
 // the order; Cancel, Escape and the close box abandon it. The window
 // remembers its size and place.
-#include <QDialog>
+#include "app/widgets/EditorDialog.h"
+
 #include <memory>
 
 class MyImageView;
@@ -18,7 +19,7 @@ class QPushButton;
 class integrityTableView;
 class kdKeyResponder;
 
-class OrderEditorWindow : public QDialog
+class OrderEditorWindow : public EditorDialog
 {
     Q_OBJECT
 public:
@@ -27,10 +28,6 @@ public:
 
     integrityTableView *materialsTable() const { return materials; }
     MyImageView *attachmentWell() const { return well; }
-
-public Q_SLOTS:
-    // Escape, the Cancel button and the close box.
-    void reject() override;
 
 protected:
     void showEvent(QShowEvent *event) override;
@@ -54,6 +51,4 @@ private:
     integrityTableView *materials = nullptr;
     MyImageView *well = nullptr;
     QPushButton *addTimeButton = nullptr;
-    // The widgets in the order Tab visits them.
-    QList<QWidget *> tabChain;
 };

@@ -2,34 +2,22 @@
 
 #include "app/widgets/EditorWidgets.h"
 #include "app/widgets/OutletBinding.h"
-#include "app/widgets/WindowPlacement.h"
 #include "platform/Localised.h"
 #include "tasks/ActionManager.h"
 
 #include <QCheckBox>
-#include <QComboBox>
-#include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPlainTextEdit>
 #include <QPushButton>
-#include <QVBoxLayout>
 
 using platform::localised;
 using editor::lineEdit;
 using editor::pushButton;
+using editor::row;
 
 namespace {
-
-QHBoxLayout *row(std::initializer_list<QWidget *> widgets)
-{
-    auto *layout = new QHBoxLayout;
-    for (QWidget *widget : widgets)
-        layout->addWidget(widget);
-    return layout;
-}
 
 // "%d/%m/%y" as the user reads it: "dd/mm/yy".
 QString hintFor(const QString &format)
@@ -43,52 +31,41 @@ QString hintFor(const QString &format)
 
 }  // namespace
 
-TaskEditorWindow::TaskEditorWindow(ActionManager &manager, QWidget *parent) : QDialog(parent), actions(manager)
+TaskEditorWindow::TaskEditorWindow(ActionManager &manager, QWidget *parent)
+    : EditorDialog(QStringLiteral("taskEditorWindow"), localised("Task"),
+                   [owner = &manager] { owner->cancel(); }, parent),
+      actions(manager)
 {
-    setObjectName(QStringLiteral("taskEditorWindow"));
-    setWindowTitle(localised("Task"));
-    setModal(false);
-    setSizeGripEnabled(true);
-
-    auto *form = new QFormLayout;
-    titleEdit = lineEdit(actions.title, QStringLiteral("title"));
-    form->addRow(localised("Title:"), titleEdit);
-    auto *details = new QPlainTextEdit;
-    details->setObjectName(QStringLiteral("details"));
-    details->setTabChangesFocus(true);
-    binding::bind(actions.details, details);
-    form->addRow(localised("Details:"), details);
+    auto *layout = new QFormLayout;
+    editor::Form form{layout};
+    firstField = form.field(actions.title, QStringLiteral("title"), localised("Title:"));
+    form.notes(actions.details, QStringLiteral("details"), localised("Details:"));
 
     startDateEdit = lineEdit(actions.startDate, QStringLiteral("startDate"));
     QLineEdit *startTime = lineEdit(actions.startTime, QStringLiteral("startTime"));
     startTime->setPlaceholderText(QStringLiteral("hh:mm"));
-    form->addRow(localised("Start:"), row({startDateEdit, startTime}));
+    layout->addRow(localised("Start:"), row({startDateEdit, startTime}));
     endDateEdit = lineEdit(actions.endDate, QStringLiteral("endDate"));
     QLineEdit *endTime = lineEdit(actions.endTime, QStringLiteral("endTime"));
     endTime->setPlaceholderText(QStringLiteral("hh:mm"));
-    form->addRow(localised("End:"), row({endDateEdit, endTime}));
+    layout->addRow(localised("End:"), row({endDateEdit, endTime}));
 
-    auto *units = new QComboBox;
-    units->setObjectName(QStringLiteral("totalTimeUnits"));
-    binding::bind(actions.totalTimeUnits, units);
-    form->addRow(localised("Units:"), units);
-    QLineEdit *rate = lineEdit(actions.rate, QStringLiteral("rate"));
-    form->addRow(localised("Rate:"), rate);
-
-    QLineEdit *totalTime = lineEdit(actions.totalTime, QStringLiteral("totalTime"));
-    QPushButton *calculateTime = pushButton(localised("Calculate"), QStringLiteral("calculateTotalTimeButton"));
-    connect(calculateTime, &QPushButton::clicked, this, [this] { actions.calculateTotalTime(); });
-    form->addRow(localised("Total time:"), row({totalTime, calculateTime}));
-    QLineEdit *totalCharge = lineEdit(actions.totalCharge, QStringLiteral("totalCharge"));
-    QPushButton *calculateCharge = pushButton(localised("Calculate"), QStringLiteral("calculateTotalChargeButton"));
-    connect(calculateCharge, &QPushButton::clicked, this, [this] { actions.calculateTotalCharge(); });
-    form->addRow(localised("Total charge:"), row({totalCharge, calculateCharge}));
+    form.popUp(actions.totalTimeUnits, QStringLiteral("totalTimeUnits"), localised("Units:"));
+    form.field(actions.rate, QStringLiteral("rate"), localised("Rate:"));
+    layout->addRow(localised("Total time:"),
+                   row({lineEdit(actions.totalTime, QStringLiteral("totalTime")),
+                        pushButton(localised("Calculate"), QStringLiteral("calculateTotalTimeButton"),
+                                   [this] { actions.calculateTotalTime(); })}));
+    layout->addRow(localised("Total charge:"),
+                   row({lineEdit(actions.totalCharge, QStringLiteral("totalCharge")),
+                        pushButton(localised("Calculate"), QStringLiteral("calculateTotalChargeButton"),
+                                   [this] { actions.calculateTotalCharge(); })}));
 
     auto *message = new QLabel;
     message->setObjectName(QStringLiteral("calculationMessage"));
     message->setTextFormat(Qt::PlainText);
     binding::bind(actions.calculationMessage, message);
-    form->addRow(QString(), message);
+    layout->addRow(QString(), message);
 
     auto *alarm = new QCheckBox(localised("Alarm"));
     alarm->setObjectName(QStringLiteral("alarmButton"));
@@ -96,26 +73,10 @@ TaskEditorWindow::TaskEditorWindow(ActionManager &manager, QWidget *parent) : QD
     auto *done = new QCheckBox(localised("Complete"));
     done->setObjectName(QStringLiteral("complete"));
     binding::bind(actions.complete, done);
-    auto *flags = row({alarm, done});
-    flags->addStretch(1);
-    form->addRow(QString(), flags);
+    layout->addRow(QString(), editor::leftRow({alarm, done}));
 
-    auto *buttons = new QDialogButtonBox(this);
-    QPushButton *ok = buttons->addButton(localised("OK"), QDialogButtonBox::AcceptRole);
-    ok->setObjectName(QStringLiteral("okButton"));
-    ok->setDefault(true);
-    QPushButton *cancelling = buttons->addButton(localised("Cancel"), QDialogButtonBox::RejectRole);
-    cancelling->setObjectName(QStringLiteral("cancelButton"));
-    cancelling->setAutoDefault(false);
-    connect(ok, &QPushButton::clicked, this, [this] { actions.finish(); });
-    connect(cancelling, &QPushButton::clicked, this, &TaskEditorWindow::reject);
-
-    auto *layout = new QVBoxLayout(this);
-    layout->addLayout(form, 1);
-    layout->addWidget(buttons);
-
-    binding::bind(actions.editorWindow, this);
-    placement::remember(this, QStringLiteral("QuorvelTaskEditorWindowGeometry"), QSize(520, 520));
+    layOut(layout, nullptr, [this] { actions.finish(); });
+    attach(actions.editorWindow, QStringLiteral("QuorvelTaskEditorWindowGeometry"), QSize(520, 520));
 }
 
 TaskEditorWindow::~TaskEditorWindow() = default;
@@ -124,13 +85,5 @@ void TaskEditorWindow::showEvent(QShowEvent *event)
 {
     startDateEdit->setPlaceholderText(hintFor(actions.startDate->dateFormat()));
     endDateEdit->setPlaceholderText(hintFor(actions.endDate->dateFormat()));
-    QDialog::showEvent(event);
-    titleEdit->setFocus(Qt::OtherFocusReason);
-}
-
-void TaskEditorWindow::reject()
-{
-    actions.cancel();
-    if (isVisible())
-        QDialog::reject();
+    EditorDialog::showEvent(event);
 }

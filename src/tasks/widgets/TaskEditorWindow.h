@@ -6,21 +6,17 @@
 // worked out, and the alarm and done check boxes. OK stores the task;
 // Cancel, Escape and the close box abandon it. The window remembers its
 // size and place.
-#include <QDialog>
+#include "app/widgets/EditorDialog.h"
 
 class ActionManager;
 class QLineEdit;
 
-class TaskEditorWindow : public QDialog
+class TaskEditorWindow : public EditorDialog
 {
     Q_OBJECT
 public:
     explicit TaskEditorWindow(ActionManager &manager, QWidget *parent = nullptr);
     ~TaskEditorWindow() override;
-
-public Q_SLOTS:
-    // Escape, the Cancel button and the close box.
-    void reject() override;
 
 protected:
     // Shows the date order as a hint and puts the focus in the title.
@@ -28,7 +24,6 @@ protected:
 
 private:
     ActionManager &actions;
-    QLineEdit *titleEdit = nullptr;
     QLineEdit *startDateEdit = nullptr;
     QLineEdit *endDateEdit = nullptr;
 };

@@ -3,7 +3,6 @@
 #include "app/Quorvel.h"
 #include "contacts/Contact.h"
 #include "contacts/ContactManager.h"
-#include "platform/Workspace.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -13,35 +12,16 @@ const QString companyKind = u"Company"_s;
 
 CompanyContactEditor::CompanyContactEditor(Quorvel *controller, ContactManager *contacts, QObject *parent)
     : QObject(parent),
-      editorWindow(new Window(this)),
-      name(new TextField(this)),
-      add1(new TextField(this)),
-      add2(new TextField(this)),
-      add3(new TextField(this)),
+      ContactFields(this),
       company(new PopUp(this)),
       extension(new TextField(this)),
       jobtitle(new TextField(this)),
-      postcode(new TextField(this)),
-      phone(new TextField(this)),
-      mobile(new TextField(this)),
-      fax(new TextField(this)),
-      email(new TextField(this)),
-      type(new PopUp(this)),
-      title(new PopUp(this)),
-      website(new TextField(this)),
-      comments(new TextView(this)),
       reports(new OpenContactReports(controller, this)),
       quorvel(controller),
       contactManager(contacts)
 {
     // Choosing another company shows that company's address and phone.
     connect(company, &PopUp::activated, this, [this] { populateCompanyFields(); });
-}
-
-void CompanyContactEditor::edit(Contact *contact)
-{
-    setItem(contact);
-    show();
 }
 
 void CompanyContactEditor::setItem(Contact *contact)
@@ -52,16 +32,10 @@ void CompanyContactEditor::setItem(Contact *contact)
     populateCompanyMenu();
     // The address lines, postcode and phone shown are the company's.
     populateCompanyFields();
-    title->selectItemWithTitle(contact->getTitle());
+    fillOwnFields(*contact);
     jobtitle->setStringValue(contact->getJobTitle());
-    comments->setString(contact->getComments());
-    name->setStringValue(contact->getName());
-    email->setStringValue(contact->getEmail());
     extension->setStringValue(contact->getExtension());
-    fax->setStringValue(contact->getFax());
-    mobile->setStringValue(contact->getMobile());
     website->setStringValue(contact->getWebsite());
-    type->selectItemWithTitle(contact->getType());
     reports->run(contact);
 }
 
@@ -88,13 +62,8 @@ void CompanyContactEditor::populateCompanyMenu()
 void CompanyContactEditor::populateCompanyFields()
 {
     const Contact *chosen = getCompanyByName(company->titleOfSelectedItem());
-    if (!chosen)
-        return;
-    add1->setStringValue(chosen->getAdd1());
-    add2->setStringValue(chosen->getAdd2());
-    add3->setStringValue(chosen->getAdd3());
-    postcode->setStringValue(chosen->getPostcode());
-    phone->setStringValue(chosen->getPhone());
+    if (chosen)
+        fillAddress(*chosen);
 }
 
 Contact *CompanyContactEditor::getCompanyByName(const QString &text) const
@@ -145,25 +114,4 @@ void CompanyContactEditor::finish()
     // The contacts file is written with the next save of the contacts.
     if (quorvel)
         quorvel->setChangeFlag();
-}
-
-void CompanyContactEditor::show()
-{
-    editorWindow->makeKeyAndOrderFront();
-}
-
-void CompanyContactEditor::hide()
-{
-    editorWindow->orderOut();
-}
-
-void CompanyContactEditor::copyContact()
-{
-    platform::setPasteboardString(ContactManager::postalBlock(currentItem));
-}
-
-void CompanyContactEditor::sendEmail()
-{
-    if (currentItem)
-        platform::openUrl(u"mailto:"_s + email->stringValue());
 }

@@ -4,12 +4,10 @@
 // shown are the chosen company's, and finishing copies them into the
 // person's own record. The extension, web address and type are shown but,
 // on purpose, never stored back by this editor. The database is saved by the
-// contact manager, not here.
+// contact manager, not here. The window, the fields and the copy and e-mail
+// commands are the ones every contact editor has (ContactFields).
+#include "contacts/ContactFields.h"
 #include "contacts/OpenContactReports.h"
-#include "platform/outlets/PopUp.h"
-#include "platform/outlets/TextField.h"
-#include "platform/outlets/TextView.h"
-#include "platform/outlets/Window.h"
 
 #include <QObject>
 
@@ -17,14 +15,14 @@ class Contact;
 class ContactManager;
 class Quorvel;
 
-class CompanyContactEditor : public QObject
+class CompanyContactEditor : public QObject, public ContactFields
 {
     Q_OBJECT
 public:
     CompanyContactEditor(Quorvel *controller, ContactManager *contacts, QObject *parent = nullptr);
 
     // setItem, then show.
-    void edit(Contact *contact);
+    void edit(Contact *contact) { setItem(contact); show(); }
     // Fills the company menu, the company's fields, then the person's own
     // fields, and runs the two report tables.
     void setItem(Contact *contact);
@@ -33,13 +31,9 @@ public:
     void finish();
     // Hides the window; nothing is stored.
     void cancel() { hide(); }
-    void show();
-    void hide();
-    Window *getEditorWindow() const { return editorWindow; }
     // Always sets the flag, whatever the argument.
     void setCreating(bool) { creating = true; }
     bool isCreating() const { return creating; }
-    Contact *getCurrentItem() const { return currentItem; }
 
     // The names of every company, in collection order, with the person's
     // company selected.
@@ -52,32 +46,13 @@ public:
     // Opens the company chosen in the menu in the company editor.
     void editCompanyButton();
 
-    // The postal block to the pasteboard; the mail program on the e-mail field.
-    void copyContact();
-    void sendEmail();
-
-    Window *editorWindow;
-    TextField *name;
-    TextField *add1;
-    TextField *add2;
-    TextField *add3;
     PopUp *company;
     TextField *extension;
     TextField *jobtitle;
-    TextField *postcode;
-    TextField *phone;
-    TextField *mobile;
-    TextField *fax;
-    TextField *email;
-    PopUp *type;
-    PopUp *title;
-    TextField *website;
-    TextView *comments;
     OpenContactReports *reports;
 
 private:
     Quorvel *quorvel;
     ContactManager *contactManager;
-    Contact *currentItem = nullptr;
     bool creating = false;
 };

@@ -3,27 +3,9 @@
 #include "app/Quorvel.h"
 #include "contacts/Contact.h"
 #include "contacts/ContactManager.h"
-#include "platform/Workspace.h"
-
-using namespace Qt::Literals::StringLiterals;
 
 CompanyEditor::CompanyEditor(Quorvel *controller, QObject *parent)
-    : QObject(parent),
-      editorWindow(new Window(this)),
-      name(new TextField(this)),
-      add1(new TextField(this)),
-      add2(new TextField(this)),
-      add3(new TextField(this)),
-      postcode(new TextField(this)),
-      phone(new TextField(this)),
-      mobile(new TextField(this)),
-      fax(new TextField(this)),
-      email(new TextField(this)),
-      type(new PopUp(this)),
-      title(new PopUp(this)),
-      website(new TextField(this)),
-      comments(new TextView(this)),
-      quorvel(controller)
+    : QObject(parent), ContactFields(this), quorvel(controller)
 {
     // The people's table is the contact manager's: it supplies the rows and
     // opens a double-clicked person.
@@ -52,12 +34,6 @@ void CompanyEditor::create()
     show();
 }
 
-void CompanyEditor::edit(Contact *contact)
-{
-    setItem(contact);
-    show();
-}
-
 void CompanyEditor::setItem(Contact *contact)
 {
     currentItem = contact;
@@ -67,18 +43,8 @@ void CompanyEditor::setItem(Contact *contact)
     // contact: this company.
     if (ContactManager *contacts = contactManager())
         contacts->setCurrentItem(contact);
-    title->selectItemWithTitle(contact->getTitle());
-    comments->setString(contact->getComments());
-    name->setStringValue(contact->getName());
-    add1->setStringValue(contact->getAdd1());
-    add2->setStringValue(contact->getAdd2());
-    add3->setStringValue(contact->getAdd3());
-    postcode->setStringValue(contact->getPostcode());
-    email->setStringValue(contact->getEmail());
-    fax->setStringValue(contact->getFax());
-    mobile->setStringValue(contact->getMobile());
-    phone->setStringValue(contact->getPhone());
-    type->selectItemWithTitle(contact->getType());
+    fillOwnFields(*contact);
+    fillAddress(*contact);
     website->setStringValue(contact->getWebsite());
     tableView->reloadData();
 }
@@ -110,25 +76,4 @@ void CompanyEditor::finish()
     // The contacts file is written with the next save of the contacts.
     if (quorvel)
         quorvel->setChangeFlag();
-}
-
-void CompanyEditor::show()
-{
-    editorWindow->makeKeyAndOrderFront();
-}
-
-void CompanyEditor::hide()
-{
-    editorWindow->orderOut();
-}
-
-void CompanyEditor::copyContact()
-{
-    platform::setPasteboardString(ContactManager::postalBlock(currentItem));
-}
-
-void CompanyEditor::sendEmail()
-{
-    if (currentItem)
-        platform::openUrl(u"mailto:"_s + email->stringValue());
 }

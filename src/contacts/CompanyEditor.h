@@ -3,11 +3,10 @@
 // who work there. A new company is added to the contacts at once, so a
 // cancelled new company stays in the list, empty. The form of address and
 // the mobile number are shown but, on purpose, never stored back. The
-// database is saved by the contact manager, not here.
-#include "platform/outlets/PopUp.h"
-#include "platform/outlets/TextField.h"
-#include "platform/outlets/TextView.h"
-#include "platform/outlets/Window.h"
+// database is saved by the contact manager, not here. The window, the
+// fields and the copy and e-mail commands are the ones every contact editor
+// has (ContactFields).
+#include "contacts/ContactFields.h"
 #include "store/TableView.h"
 
 #include <QObject>
@@ -16,7 +15,7 @@ class Contact;
 class ContactManager;
 class Quorvel;
 
-class CompanyEditor : public QObject
+class CompanyEditor : public QObject, public ContactFields
 {
     Q_OBJECT
 public:
@@ -25,39 +24,17 @@ public:
     // A new company, added to the contacts at once, in the editor.
     void create();
     // setItem, then show.
-    void edit(Contact *contact);
+    void edit(Contact *contact) { setItem(contact); show(); }
     // Fills the fields and reloads the table of the company's people.
     void setItem(Contact *contact);
     void finish();
     // Hides the window; nothing is stored (a new company stays, empty).
     void cancel() { hide(); }
-    void show();
-    void hide();
     void doubleClick() {}
-    Window *getEditorWindow() const { return editorWindow; }
     // Always sets the flag, whatever the argument.
     void setCreating(bool) { creating = true; }
     bool isCreating() const { return creating; }
-    Contact *getCurrentItem() const { return currentItem; }
 
-    // The postal block to the pasteboard; the mail program on the e-mail field.
-    void copyContact();
-    void sendEmail();
-
-    Window *editorWindow;
-    TextField *name;
-    TextField *add1;
-    TextField *add2;
-    TextField *add3;
-    TextField *postcode;
-    TextField *phone;
-    TextField *mobile;
-    TextField *fax;
-    TextField *email;
-    PopUp *type;
-    PopUp *title;
-    TextField *website;
-    TextView *comments;
     // The company's people; the contact manager feeds it.
     TableView *tableView;
 
@@ -65,6 +42,5 @@ private:
     ContactManager *contactManager() const;
 
     Quorvel *quorvel;
-    Contact *currentItem = nullptr;
     bool creating = false;
 };

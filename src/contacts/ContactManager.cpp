@@ -30,6 +30,36 @@ bool isCompanyContact(const Contact *contact)
     return contact->getKind() == companyContactKind;
 }
 
+bool isSupplier(const Contact *contact)
+{
+    return contact->getType() == u"Supplier";
+}
+
+// How many of the records pass the test.
+template <typename Test>
+int countWhere(const std::vector<dataObject *> &records, Test test)
+{
+    int count = 0;
+    for (dataObject *record : records)
+        count += test(asContact(record)) ? 1 : 0;
+    return count;
+}
+
+// The n-th (from 0) of the records that pass the test, none when there are
+// fewer.
+template <typename Test>
+Contact *nthWhere(const std::vector<dataObject *> &records, int n, Test test)
+{
+    if (records.empty() || n + 1 > int(records.size()))
+        return nullptr;
+    int count = 0;
+    for (dataObject *record : records) {
+        if (test(asContact(record)) && ++count == n + 1)
+            return asContact(record);
+    }
+    return nullptr;
+}
+
 // The outline's columns shown under the list's field names.
 QString outlineColumnFor(const QString &columnId)
 {
@@ -72,21 +102,8 @@ private:
 
 ContactManager::ContactManager(Quorvel *controller, QObject *parent)
     : ListManager(controller, u"contacts"_s, u"Delete contact"_s, parent),
+      ContactFields(this),
       typeFilter(new PopUp(this)),
-      editorWindow(new Window(this)),
-      name(new TextField(this)),
-      add1(new TextField(this)),
-      add2(new TextField(this)),
-      add3(new TextField(this)),
-      postcode(new TextField(this)),
-      phone(new TextField(this)),
-      mobile(new TextField(this)),
-      fax(new TextField(this)),
-      email(new TextField(this)),
-      type(new PopUp(this)),
-      title(new PopUp(this)),
-      website(new TextField(this)),
-      comments(new TextView(this)),
       reports(new OpenContactReports(controller, this)),
       companyContacts(new TableView(this)),
       companyContactsSource(std::make_unique<CompanyContactsSource>(*this))
@@ -116,6 +133,11 @@ ContactManager::~ContactManager()
 bool ContactManager::isTopLevel(const Contact *contact) const
 {
     return !isCompanyContact(contact);
+}
+
+bool ContactManager::isVisibleTopLevel(const Contact *contact) const
+{
+    return isTopLevel(contact) && contact->getVisible();
 }
 
 int ContactManager::numberOfChildrenOfItem(const Contact *item) const
@@ -183,7 +205,7 @@ void ContactManager::ensureRows() const
     }
     for (dataObject *record : records()) {
         Contact *contact = asContact(record);
-        if (!isTopLevel(contact) || !contact->getVisible())
+        if (!isVisibleTopLevel(contact))
             continue;
         rows.push_back(contact);
         if (isExpanded(contact)) {
@@ -236,72 +258,39 @@ void ContactManager::didClickTableColumn(const QString &columnId, bool ascending
 
 int ContactManager::countCompanies() const
 {
-    int count = 0;
-    for (dataObject *record : records())
-        count += isTopLevel(asContact(record)) ? 1 : 0;
-    return count;
+    return countWhere(records(), [this](const Contact *contact) { return isTopLevel(contact); });
 }
 
 int ContactManager::countSuppliers() const
 {
-    int count = 0;
-    for (dataObject *record : records())
-        count += asContact(record)->getType() == u"Supplier" ? 1 : 0;
-    return count;
+    return countWhere(records(), isSupplier);
 }
 
 int ContactManager::countVisibleCompanies() const
 {
-    int count = 0;
-    for (dataObject *record : records())
-        count += isTopLevel(asContact(record)) && record->getVisible() ? 1 : 0;
-    return count;
+    return countWhere(records(), [this](const Contact *contact) { return isVisibleTopLevel(contact); });
 }
 
 int ContactManager::countContactsforThisCompany(int companyId) const
 {
-    int count = 0;
-    for (dataObject *record : records()) {
-        const Contact *contact = asContact(record);
-        count += isCompanyContact(contact) && contact->getCompany() == companyId ? 1 : 0;
-    }
-    return count;
+    return countWhere(records(), [companyId](const Contact *contact) {
+        return isCompanyContact(contact) && contact->getCompany() == companyId;
+    });
 }
 
 Contact *ContactManager::getnthCompany(int n) const
 {
-    if (getCount() == 0 || n + 1 > getCount())
-        return nullptr;
-    int count = 0;
-    for (dataObject *record : records()) {
-        if (isTopLevel(asContact(record)) && ++count == n + 1)
-            return asContact(record);
-    }
-    return nullptr;
+    return nthWhere(records(), n, [this](const Contact *contact) { return isTopLevel(contact); });
 }
 
 Contact *ContactManager::getnthSupplier(int n) const
 {
-    if (getCount() == 0 || n + 1 > getCount())
-        return nullptr;
-    int count = 0;
-    for (dataObject *record : records()) {
-        if (asContact(record)->getType() == u"Supplier" && ++count == n + 1)
-            return asContact(record);
-    }
-    return nullptr;
+    return nthWhere(records(), n, isSupplier);
 }
 
 Contact *ContactManager::getnthVisibleCompany(int n) const
 {
-    if (getCount() == 0 || n + 1 > getCount())
-        return nullptr;
-    int count = 0;
-    for (dataObject *record : records()) {
-        if (isTopLevel(asContact(record)) && record->getVisible() && ++count == n + 1)
-            return asContact(record);
-    }
-    return nullptr;
+    return nthWhere(records(), n, [this](const Contact *contact) { return isVisibleTopLevel(contact); });
 }
 
 // The found test is made at every company's person, not only at those of
@@ -382,18 +371,9 @@ void ContactManager::setItem(Contact *contact)
     currentItem = contact;
     if (!contact)
         return;
-    title->selectItemWithTitle(contact->getTitle());
-    comments->setString(contact->getComments());
-    name->setStringValue(contact->getName());
-    add1->setStringValue(contact->getAdd1());
-    add2->setStringValue(contact->getAdd2());
-    add3->setStringValue(contact->getAdd3());
-    postcode->setStringValue(contact->getPostcode());
-    email->setStringValue(contact->getEmail());
-    fax->setStringValue(contact->getFax());
-    mobile->setStringValue(contact->getMobile());
-    phone->setStringValue(contact->getPhone());
-    type->selectItemWithTitle(contact->getType());
+    // The web address field is left as it is: this editor does not keep it.
+    fillOwnFields(*contact);
+    fillAddress(*contact);
     reloadData();
     reports->run(contact);
 }
@@ -444,16 +424,6 @@ void ContactManager::cancel()
             currentItem = nullptr;
         pending.reset();
     }
-}
-
-void ContactManager::show()
-{
-    editorWindow->makeKeyAndOrderFront();
-}
-
-void ContactManager::hide()
-{
-    editorWindow->orderOut();
 }
 
 // --- companies and their people -------------------------------------------
@@ -568,23 +538,6 @@ void ContactManager::deleteRecord(dataObject *record)
     reloadData();
 }
 
-QString ContactManager::postalBlock(const Contact *contact)
-{
-    QString text = u""_s;
-    if (contact) {
-        if (!contact->getTitle().isEmpty())
-            text += contact->getTitle() + u" "_s;
-        text += contact->getName() + u"\r"_s + contact->getAdd1() + u"\r"_s + contact->getAdd2() + u"\r"_s
-              + contact->getAdd3() + u"\r"_s + contact->getPostcode() + u"\r"_s;
-    }
-    return text;
-}
-
-void ContactManager::copyContact()
-{
-    platform::setPasteboardString(postalBlock(currentItem));
-}
-
 void ContactManager::pasteContact()
 {
     const QString text = platform::pasteboardString();
@@ -605,10 +558,4 @@ void ContactManager::pasteContact()
     } else {
         postcode->setStringValue(parts.last());
     }
-}
-
-void ContactManager::sendEmail()
-{
-    if (currentItem)
-        platform::openUrl(u"mailto:"_s + email->stringValue());
 }

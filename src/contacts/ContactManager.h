@@ -6,10 +6,10 @@
 // outline's rows: each visible top-level record, followed by its people
 // when it is an expanded company. Companies and their people are edited in
 // their own editors (the controller's CompanyEditor and
-// CompanyContactEditor); this manager hands records to them.
+// CompanyContactEditor); this manager hands records to them. The
+// individuals' editor is this manager's own ContactFields.
 #include "app/ListManager.h"
-#include "platform/outlets/TextView.h"
-#include "platform/outlets/Window.h"
+#include "contacts/ContactFields.h"
 
 #include <QSet>
 #include <memory>
@@ -18,7 +18,7 @@
 #include "contacts/Contact.h"
 #include "contacts/OpenContactReports.h"
 
-class ContactManager : public ListManager
+class ContactManager : public ListManager, public ContactFields
 {
     Q_OBJECT
 public:
@@ -59,8 +59,6 @@ public:
     Contact *getContactbyId(const QString &id) const;
     // The first contact whose name equals the text exactly, none when none.
     Contact *getContactbyName(const QString &name) const;
-    // The contact open in the editor, none when none.
-    Contact *getCurrentItem() const { return currentItem; }
     void setCurrentItem(Contact *contact) { currentItem = contact; }
     bool isCreating() const { return creating; }
     int getCreatingForOrder() const { return creatingForOrder; }
@@ -77,8 +75,6 @@ public:
     void setItem(Contact *contact);
     void finish();
     void cancel();
-    void show();
-    void hide();
 
     void filter() override;
     // Reloads the list and the table of the open company's people.
@@ -86,16 +82,8 @@ public:
     // The delete question for the record of the selected outline row.
     void deleteKey() override;
     void deleteRecord(dataObject *record) override;
-    // The postal block of the open contact to the pasteboard, and one from
-    // the pasteboard into the editor's fields.
-    void copyContact();
+    // A postal block from the pasteboard into the editor's fields.
     void pasteContact();
-    // The postal block the contact editors copy: the title and a space when
-    // there is a title, then name, add1, add2, add3 and postcode, each
-    // followed by "\r" ("" for none).
-    static QString postalBlock(const Contact *contact);
-    // Opens the mail program on the address in the editor's e-mail field.
-    void sendEmail();
 
     // The table of the open company's people (rows: the people of the
     // current contact; columns: contact field names). The company editor
@@ -115,20 +103,6 @@ public:
     void makeCompany();
 
     PopUp *typeFilter;
-    Window *editorWindow;
-    TextField *name;
-    TextField *add1;
-    TextField *add2;
-    TextField *add3;
-    TextField *postcode;
-    TextField *phone;
-    TextField *mobile;
-    TextField *fax;
-    TextField *email;
-    PopUp *type;
-    PopUp *title;
-    TextField *website;
-    TextView *comments;
     // The open contact's lines and orders.
     OpenContactReports *reports;
 
@@ -137,10 +111,10 @@ private:
     class CompanyContactsSource;
 
     bool isTopLevel(const Contact *contact) const;
+    bool isVisibleTopLevel(const Contact *contact) const;
     void ensureRows() const;
     void rowsChanged() { rowsValid = false; }
 
-    Contact *currentItem = nullptr;
     std::unique_ptr<Contact> pending;   // the new contact until it is finished
     bool creating = false;
     int creatingForOrder = 0;

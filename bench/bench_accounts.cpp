@@ -13,50 +13,24 @@
 // folder's reports folder at every choice, as the program does. "Now" is
 // pinned to 15 June 2019, 10:00, and the periods measured from a start date
 // start on 01/01/19 (dates day first).
+#include "BenchSupport.h"
 #include "accounts/BillManager.h"
 #include "app/PrefsController.h"
 #include "app/Quorvel.h"
 #include "orders/OrderManager.h"
-#include "platform/Alerts.h"
 #include "platform/Clock.h"
-#include "platform/Log.h"
-#include "platform/Paths.h"
-#include "platform/StringTable.h"
 #include "reports/ReportManager.h"
 
 #include <QCoreApplication>
-#include <QDir>
 #include <QElapsedTimer>
-#include <QFile>
-#include <QFileInfo>
-#include <QSettings>
-#include <QTemporaryDir>
-#include <algorithm>
 #include <cstdio>
-#include <ctime>
 #include <vector>
 
+using bench::median;
+using bench::threadCpuMs;
+using bench::worst;
+
 namespace {
-
-double median(std::vector<double> values)
-{
-    std::sort(values.begin(), values.end());
-    return values.empty() ? 0 : values[values.size() / 2];
-}
-
-double worst(const std::vector<double> &values)
-{
-    return values.empty() ? 0 : *std::max_element(values.begin(), values.end());
-}
-
-// This thread's processor time: on a busy machine the wall time also counts
-// the time other programs had the processor.
-double threadCpuMs()
-{
-    timespec now{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
-    return double(now.tv_sec) * 1e3 + double(now.tv_nsec) / 1e6;
-}
 
 // The rows a window shows at once.
 constexpr int rowsOnScreen = 40;
@@ -85,37 +59,21 @@ qsizetype showRows(const TableView &table)
 int main(int argc, char **argv)
 {
     QCoreApplication app(argc, argv);
-    if (argc < 2) {
-        std::fprintf(stderr, "usage: %s SUPPORT_DIR [RUNS]\n", argv[0]);
+    bench::CommandLine line;
+    if (!bench::readCommandLine(argc, argv, "SUPPORT_DIR [RUNS]", 7, line))
         return 2;
-    }
-    const QString source = QDir(QString::fromLocal8Bit(argv[1])).absoluteFilePath(
-        QStringLiteral("Quorvel/quorveldatabase.qvldb"));
-    const int runs = argc > 2 ? std::max(1, atoi(argv[2])) : 7;
-    if (!QFileInfo(source).isDir()) {
-        std::fprintf(stderr, "%s: no database at %s\n", argv[0], qPrintable(source));
+    const int runs = line.count;
+    bench::LinkedSupportDir temporary;
+    if (!temporary.link(argv[0], line.supportDir))
         return 1;
-    }
-
-    QTemporaryDir temporary;
-    QDir().mkpath(temporary.path() + QStringLiteral("/Quorvel"));
-    QFile::link(source, temporary.path() + QStringLiteral("/Quorvel/quorveldatabase.qvldb"));
-    platform::paths::setApplicationSupportDir(temporary.path());
-    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, temporary.path() + QStringLiteral("/prefs"));
-    platform::setAlertHandler([](const platform::Alert &) { return 1; });
-    platform::setLogHandler([](platform::LogChannel, const QString &) {});
-    platform::installStringTable(QStringLiteral("en"));
+    bench::answerAlerts(1);
+    bench::dropLogLines();
     platform::setFixedNow(QDateTime(QDate(2019, 6, 15), QTime(10, 0)));
 
     Quorvel quorvel;
-    quorvel.setStartRepeatChecker(false);
-    QElapsedTimer timer;
-    timer.start();
-    if (!quorvel.getDatabase().readDatabase().ok()) {
-        std::fprintf(stderr, "%s: the database could not be read whole\n", argv[0]);
+    double readMs = 0;
+    if (!bench::readWholeDatabase(argv[0], quorvel, readMs))
         return 1;
-    }
-    const double readMs = timer.nsecsElapsed() / 1e6;
     quorvel.getPrefsController()->setUKFormat(true);
     quorvel.getPrefsController()->setHasAccounts(true);
     quorvel.getReportManager()->populateFilter();
@@ -125,6 +83,7 @@ int main(int argc, char **argv)
 
     bills.fromDate->setStringValue(QStringLiteral("01/01/19"));
     std::vector<double> every, everyCpu;
+    QElapsedTimer timer;
     qsizetype characters = 0;
     const QStringList periods = bills.periodPopUp->itemTitles();
     for (int period = 0; period < periods.size(); ++period) {
@@ -133,7 +92,7 @@ int main(int argc, char **argv)
             // Another period first, so that every timed choice changes it.
             bills.periodPopUp->selectItemAtIndex((period + 1) % int(periods.size()));
             const double cpuBefore = threadCpuMs();
-            timer.restart();
+            timer.start();
             bills.periodPopUp->userSelectItemAtIndex(period);
             characters += showRows(*bills.getTableView());
             characters += showRows(*bills.getInTableView());

@@ -9,42 +9,22 @@
 //   bench_lists SUPPORT_DIR [ROUNDS]
 //
 // SUPPORT_DIR holds Quorvel/quorveldatabase.qvldb; it is only read.
+#include "BenchSupport.h"
 #include "app/Quorvel.h"
 #include "contacts/ContactManager.h"
 #include "items/ItemManager.h"
-#include "platform/Alerts.h"
-#include "platform/Log.h"
-#include "platform/Paths.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
-#include <QFileInfo>
 #include <algorithm>
 #include <cstdio>
-#include <ctime>
 #include <vector>
 
+using bench::median;
+using bench::threadCpuMs;
+using bench::worst;
+
 namespace {
-
-double median(std::vector<double> values)
-{
-    std::sort(values.begin(), values.end());
-    return values.empty() ? 0 : values[values.size() / 2];
-}
-
-double worst(const std::vector<double> &values)
-{
-    return values.empty() ? 0 : *std::max_element(values.begin(), values.end());
-}
-
-// This thread's processor time: on a busy machine the wall time also counts
-// the time other programs had the processor.
-double threadCpuMs()
-{
-    timespec now{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
-    return double(now.tv_sec) * 1e3 + double(now.tv_nsec) / 1e6;
-}
 
 // Searches as a user types them: a name, a code, a word of the
 // descriptions, a status, and one that matches nothing.
@@ -80,25 +60,18 @@ ShownRows showContactRows(const ContactManager &contacts, const QList<TableColum
 int main(int argc, char **argv)
 {
     QCoreApplication app(argc, argv);
-    if (argc < 2) {
-        std::fprintf(stderr, "usage: %s SUPPORT_DIR [ROUNDS]\n", argv[0]);
+    bench::CommandLine line;
+    if (!bench::readCommandLine(argc, argv, "SUPPORT_DIR [ROUNDS]", 5, line))
         return 2;
-    }
-    platform::paths::setApplicationSupportDir(QString::fromLocal8Bit(argv[1]));
-    if (!QFileInfo(platform::paths::bundleDir()).isDir()) {
-        std::fprintf(stderr, "%s: no database in %s\n", argv[0], argv[1]);
+    if (!bench::useSupportDir(argv[0], line.supportDir))
         return 1;
-    }
-    const int rounds = argc > 2 ? std::max(1, atoi(argv[2])) : 5;
-    platform::setAlertHandler([](const platform::Alert &) { return 0; });
-    platform::setLogHandler([](platform::LogChannel, const QString &) {});
+    const int rounds = line.count;
+    bench::answerAlerts(0);
+    bench::dropLogLines();
 
     Quorvel quorvel;
-    quorvel.setStartRepeatChecker(false);
+    const double readMs = bench::readDatabase(quorvel);
     QElapsedTimer timer;
-    timer.start();
-    quorvel.readDatabase();
-    const double readMs = timer.nsecsElapsed() / 1e6;
     ItemManager &items = *quorvel.getItemManager();
 
     std::printf("items %d (database read in %.0f ms)\n", items.getCount(), readMs);
@@ -111,13 +84,13 @@ int main(int argc, char **argv)
                 const QString text = QString::fromLatin1(search);
                 for (qsizetype typed = 1; typed <= text.size(); ++typed) {
                     items.searchField->setStringValue(text.left(typed));
-                    timer.restart();
+                    timer.start();
                     items.filter();
                     keystrokes.push_back(timer.nsecsElapsed() / 1e6);
                 }
                 // Clearing the field shows everything again.
                 items.searchField->setStringValue(QString());
-                timer.restart();
+                timer.start();
                 items.filter();
                 keystrokes.push_back(timer.nsecsElapsed() / 1e6);
             }
@@ -147,7 +120,7 @@ int main(int argc, char **argv)
                 // The last pass clears the field, which shows everybody again.
                 contacts.searchField->setStringValue(typed < text.size() ? text.left(typed + 1) : QString());
                 const double cpuBefore = threadCpuMs();
-                timer.restart();
+                timer.start();
                 contacts.filter();
                 const double filtered = timer.nsecsElapsed() / 1e6;
                 const ShownRows shown = showContactRows(contacts, columns);

@@ -5,61 +5,35 @@
 //   bench_orders SUPPORT_DIR [OPENS]
 //
 // SUPPORT_DIR holds Quorvel/quorveldatabase.qvldb; it is only read.
-#include "app/PrefsController.h"
+#include "BenchSupport.h"
 #include "app/Quorvel.h"
 #include "orders/BOMManager.h"
-#include "orders/Order.h"
 #include "orders/OrderManager.h"
-#include "platform/Alerts.h"
-#include "platform/Log.h"
-#include "platform/Paths.h"
 
 #include <QCoreApplication>
-#include <QDir>
 #include <QElapsedTimer>
-#include <QFileInfo>
 #include <QRandomGenerator>
-#include <algorithm>
 #include <cstdio>
 #include <vector>
 
-namespace {
-
-double median(std::vector<double> values)
-{
-    std::sort(values.begin(), values.end());
-    return values.empty() ? 0 : values[values.size() / 2];
-}
-
-double worst(const std::vector<double> &values)
-{
-    return values.empty() ? 0 : *std::max_element(values.begin(), values.end());
-}
-
-}  // namespace
+using bench::median;
+using bench::worst;
 
 int main(int argc, char **argv)
 {
     QCoreApplication app(argc, argv);
-    if (argc < 2) {
-        std::fprintf(stderr, "usage: %s SUPPORT_DIR [OPENS]\n", argv[0]);
+    bench::CommandLine line;
+    if (!bench::readCommandLine(argc, argv, "SUPPORT_DIR [OPENS]", 50, line))
         return 2;
-    }
-    platform::paths::setApplicationSupportDir(QString::fromLocal8Bit(argv[1]));
-    if (!QFileInfo(platform::paths::bundleDir()).isDir()) {
-        std::fprintf(stderr, "%s: no database in %s\n", argv[0], argv[1]);
+    if (!bench::useSupportDir(argv[0], line.supportDir))
         return 1;
-    }
-    const int opens = argc > 2 ? std::max(1, atoi(argv[2])) : 50;
-    platform::setAlertHandler([](const platform::Alert &) { return 0; });  // keep each order's own tax rate
-    platform::setLogHandler([](platform::LogChannel, const QString &) {});
+    const int opens = line.count;
+    bench::answerAlerts(0);  // keep each order's own tax rate
+    bench::dropLogLines();
 
     Quorvel quorvel;
-    quorvel.setStartRepeatChecker(false);
+    const double readMs = bench::readDatabase(quorvel);
     QElapsedTimer timer;
-    timer.start();
-    quorvel.readDatabase();
-    const double readMs = timer.nsecsElapsed() / 1e6;
     OrderManager &orders = *quorvel.getOrderManager();
     BOMManager &lines = *quorvel.getBOMManager();
 
@@ -69,12 +43,12 @@ int main(int argc, char **argv)
     for (int i = 0; i < opens; ++i) {
         const int row = random.bounded(orders.numberOfRowsInTableView());
         orders.table->selectRow(row);
-        timer.restart();
+        timer.start();
         orders.edit();
         openMs.push_back(timer.nsecsElapsed() / 1e6);
         linesSeen += lines.numberOfRowsInTableView();
 
-        timer.restart();
+        timer.start();
         orders.insertBOMTotal();
         totalMs.push_back(timer.nsecsElapsed() / 1e6);
         orders.cancel();

@@ -8,35 +8,26 @@
 // it: the program is started over a temporary folder whose bundle is a
 // symbolic link to the real one, with its preferences in the temporary
 // folder too, and it is never quit (quitting saves).
+#include "BenchSupport.h"
 #include "app/PrefsController.h"
 #include "app/Quorvel.h"
 #include "app/widgets/ApplicationWindows.h"
 #include "app/widgets/MainWindow.h"
 #include "orders/OrderManager.h"
-#include "platform/Alerts.h"
-#include "platform/Paths.h"
-#include "platform/StringTable.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QElapsedTimer>
-#include <QFile>
 #include <QLineEdit>
 #include <QScrollBar>
 #include <QSettings>
 #include <QTableView>
-#include <QTemporaryDir>
-#include <algorithm>
 #include <cstdio>
 #include <vector>
 
-namespace {
+using bench::median;
+using bench::worst;
 
-double median(std::vector<double> values)
-{
-    std::sort(values.begin(), values.end());
-    return values.empty() ? 0 : values[values.size() / 2];
-}
+namespace {
 
 void repaint(QWidget *window)
 {
@@ -50,27 +41,16 @@ int main(int argc, char **argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
-    if (argc < 2) {
-        std::fprintf(stderr, "usage: %s SUPPORT_DIR [RUNS]\n", argv[0]);
+    bench::CommandLine line;
+    if (!bench::readCommandLine(argc, argv, "SUPPORT_DIR [RUNS]", 3, line))
         return 2;
-    }
-    const QString source = QDir(QString::fromLocal8Bit(argv[1])).absoluteFilePath(
-        QStringLiteral("Quorvel/quorveldatabase.qvldb"));
-    const int runs = argc > 2 ? std::max(1, atoi(argv[2])) : 3;
-    if (!QFileInfo(source).isDir()) {
-        std::fprintf(stderr, "%s: no database at %s\n", argv[0], qPrintable(source));
+    const int runs = line.count;
+    bench::LinkedSupportDir temporary;
+    if (!temporary.link(argv[0], line.supportDir))
         return 1;
-    }
-
-    QTemporaryDir temporary;
-    QDir().mkpath(temporary.path() + QStringLiteral("/Quorvel"));
-    QFile::link(source, temporary.path() + QStringLiteral("/Quorvel/quorveldatabase.qvldb"));
-    platform::paths::setApplicationSupportDir(temporary.path());
-    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, temporary.path() + QStringLiteral("/prefs"));
     QSettings(PrefsController::settingsName(), PrefsController::settingsName())
         .setValue(QStringLiteral("QuorvelWelcome"), QStringLiteral("YES"));
-    platform::setAlertHandler([](const platform::Alert &) { return 1; });
-    platform::installStringTable(QStringLiteral("en"));
+    bench::answerAlerts(1);
 
     std::vector<double> startMs, keystrokeMs, filterMs, scrollMs;
     int orders = 0;
@@ -121,9 +101,9 @@ int main(int argc, char **argv)
     std::printf("orders in the database      %d\n", orders);
     std::printf("start to a usable window    %.0f ms (median of %d)\n", median(startMs), runs);
     std::printf("search keystroke + repaint  %.1f ms median, %.1f ms worst\n", median(keystrokeMs),
-                *std::max_element(keystrokeMs.begin(), keystrokeMs.end()));
+                worst(keystrokeMs));
     std::printf("  of which the list filter  %.1f ms median\n", median(filterMs));
     std::printf("scroll step + repaint       %.1f ms median, %.1f ms worst\n", median(scrollMs),
-                *std::max_element(scrollMs.begin(), scrollMs.end()));
+                worst(scrollMs));
     return 0;
 }

@@ -3,7 +3,6 @@
 
 #include "platform/Alerts.h"
 #include "platform/Clock.h"
-#include "platform/Localised.h"
 #include "platform/Paths.h"
 
 #include <QDir>
@@ -29,9 +28,7 @@ private slots:
     void shouldPreferTheExactSpellingWhenBothExist();
     void shouldNeverCreateAnything();
     void shouldAnswerTheFixedMomentWhenPinned();
-    void shouldSendAlertsToTheInstalledHandler();
     void shouldAnswerTheDefaultButtonWithoutAHandler();
-    void shouldFallBackToTheEnglishText();
 };
 
 void PathsTest::cleanup()
@@ -167,36 +164,12 @@ void PathsTest::shouldAnswerTheFixedMomentWhenPinned()
     platform::setFixedNow(testlib::TestEnvironment::fixedNow());
 }
 
-void PathsTest::shouldSendAlertsToTheInstalledHandler()
-{
-    auto &environment = testlib::TestEnvironment::current();
-    environment.clearAlerts();
-    environment.scriptAlertAnswers({0, -1});
-    QCOMPARE(platform::runAlert("Delete?", "It cannot be undone.", "Delete", "Cancel"), 0);
-    QCOMPARE(platform::runAlert("Again?", "Sure?", QString(), QString(), "Other"), -1);
-    QCOMPARE(platform::runAlert("Third", "Default now"), 1);
-    QCOMPARE(environment.alertsShown().size(), 3);
-    const platform::Alert &first = environment.alertsShown().at(0);
-    QCOMPARE(first.message, QString("Delete?"));
-    QCOMPARE(first.informativeText, QString("It cannot be undone."));
-    QCOMPARE(first.defaultButton, QString("Delete"));
-    QCOMPARE(first.alternateButton, QString("Cancel"));
-    QCOMPARE(environment.alertsShown().at(1).otherButton, QString("Other"));
-    environment.clearAlerts();
-}
-
 void PathsTest::shouldAnswerTheDefaultButtonWithoutAHandler()
 {
     platform::AlertHandler previous = platform::setAlertHandler(nullptr);
     const int answer = platform::runAlert("Printed on standard error", "No window here", "Yes", "No");
     platform::setAlertHandler(previous);
     QCOMPARE(answer, 1);
-}
-
-void PathsTest::shouldFallBackToTheEnglishText()
-{
-    QCOMPARE(platform::localised("Untranslated text"), QString("Untranslated text"));
-    QCOMPARE(platform::localised(QString::fromUtf8("Café")), QString::fromUtf8("Café"));
 }
 
 QUORVEL_TEST(PathsTest)

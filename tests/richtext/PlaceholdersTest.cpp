@@ -3,6 +3,7 @@
 #include "TestMain.h"
 
 #include "platform/richtext/Placeholders.h"
+#include "RichTextChecks.h"
 
 #include <QTest>
 #include <QTextBlock>
@@ -11,16 +12,9 @@
 #include <QTextFrame>
 #include <QTextTable>
 
-namespace {
+using namespace richtextchecks;
 
-QTextTable *firstTable(QTextDocument &document)
-{
-    for (QTextFrame *frame : document.rootFrame()->childFrames()) {
-        if (auto *table = qobject_cast<QTextTable *>(frame))
-            return table;
-    }
-    return nullptr;
-}
+namespace {
 
 QTextCharFormat formatAt(QTextDocument &document, int position)
 {

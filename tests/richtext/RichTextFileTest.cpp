@@ -5,6 +5,7 @@
 #include "platform/richtext/RichTextFile.h"
 #include "platform/richtext/RichTextFileTesting.h"
 #include "platform/richtext/RtfWriter.h"
+#include "RichTextChecks.h"
 
 #include <QDir>
 #include <QFile>
@@ -17,6 +18,8 @@
 using RichTextFile::testing::Failure;
 
 Q_DECLARE_METATYPE(Failure)
+
+using namespace richtextchecks;
 
 namespace {
 
@@ -39,20 +42,6 @@ void makeDocument(QTextDocument &document, const QString &text, const QImage &im
     QTextCursor cursor(&document);
     cursor.movePosition(QTextCursor::End);
     cursor.insertImage(format);
-}
-
-QByteArray readFile(const QString &path)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return QByteArray();
-    return file.readAll();
-}
-
-bool writeFile(const QString &path, const QByteArray &bytes)
-{
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
 }
 
 // Every entry of a folder, hidden ones included.
@@ -78,11 +67,6 @@ QList<QImage> imagesOf(const QTextDocument &document)
         }
     }
     return images;
-}
-
-bool samePixels(const QImage &a, const QImage &b)
-{
-    return !a.isNull() && a.convertToFormat(QImage::Format_ARGB32) == b.convertToFormat(QImage::Format_ARGB32);
 }
 
 }  // namespace

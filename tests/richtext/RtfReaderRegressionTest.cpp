@@ -7,8 +7,8 @@
 
 #include "platform/richtext/RtfReader.h"
 #include "platform/richtext/RtfWriter.h"
+#include "RichTextChecks.h"
 
-#include <QBuffer>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
@@ -17,26 +17,7 @@
 #include <QTest>
 #include <QTextDocument>
 
-namespace {
-
-bool writeFile(const QString &path, const QByteArray &bytes)
-{
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
-}
-
-QByteArray picture(int width, int height, const char *format)
-{
-    QImage image(width, height, QImage::Format_RGB32);
-    image.fill(Qt::darkCyan);
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, format);
-    return bytes;
-}
-
-}  // namespace
+using namespace richtextchecks;
 
 class RtfReaderRegressionTest : public QObject
 {
@@ -51,10 +32,10 @@ private slots:
         QVERIFY(m_folder.isValid());
         QVERIFY(QDir(m_folder.path()).mkdir(QStringLiteral("doc.rtfd")));
         m_package = m_folder.filePath(QStringLiteral("doc.rtfd"));
-        QVERIFY(writeFile(m_package + QStringLiteral("/a.png"), picture(6, 4, "PNG")));
-        QVERIFY(writeFile(m_package + QStringLiteral("/b.tiff"), picture(3, 5, "TIFF")));
+        QVERIFY(writeFile(m_package + QStringLiteral("/a.png"), imageBytes(filledImage(6, 4, Qt::darkCyan), "PNG")));
+        QVERIFY(writeFile(m_package + QStringLiteral("/b.tiff"), imageBytes(filledImage(3, 5, Qt::darkCyan), "TIFF")));
         QVERIFY(writeFile(m_package + QStringLiteral("/c.txt"), "not a picture"));
-        QVERIFY(writeFile(m_folder.filePath(QStringLiteral("outside.png")), picture(2, 2, "PNG")));
+        QVERIFY(writeFile(m_folder.filePath(QStringLiteral("outside.png")), imageBytes(filledImage(2, 2, Qt::darkCyan), "PNG")));
         QVERIFY(QFile::link(m_folder.filePath(QStringLiteral("outside.png")), m_package + QStringLiteral("/d.png")));
     }
 

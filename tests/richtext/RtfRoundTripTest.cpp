@@ -5,6 +5,7 @@
 
 #include "platform/richtext/RtfReader.h"
 #include "platform/richtext/RtfWriter.h"
+#include "RichTextChecks.h"
 
 #include <QDir>
 #include <QFile>
@@ -21,14 +22,9 @@
 using FormatCheck = std::function<bool(const QTextCharFormat &)>;
 Q_DECLARE_METATYPE(FormatCheck)
 
-namespace {
+using namespace richtextchecks;
 
-void prepare(QTextDocument &document)
-{
-    QFont font(QStringLiteral("Helvetica"));
-    font.setPointSize(12);
-    document.setDefaultFont(font);
-}
+namespace {
 
 // Reads RTF; a package's attachments are written to a folder first.
 struct Reading {
@@ -39,33 +35,11 @@ struct Reading {
 void readBack(const RtfWriteResult &written, QTextDocument &document, Reading &reading)
 {
     prepare(document);
-    for (const RtfAttachment &attachment : written.attachments) {
-        QFile file(reading.folder.filePath(attachment.fileName));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(attachment.bytes);
-    }
+    for (const RtfAttachment &attachment : written.attachments)
+        QVERIFY(writeFile(reading.folder.filePath(attachment.fileName), attachment.bytes));
     reading.result = RtfReader::read(written.rtf, document, written.attachments.isEmpty() ? QString() : reading.folder.path());
     QVERIFY(reading.result.ok);
     QVERIFY2(reading.result.skipped.isEmpty(), qPrintable(reading.result.skipped.join(QLatin1Char('\n'))));
-}
-
-QTextCharFormat formatOfFirst(QTextDocument &document, const QString &text)
-{
-    const QTextCursor found = document.find(text);
-    if (found.isNull())
-        return QTextCharFormat();
-    QTextCursor cursor(&document);
-    cursor.setPosition(found.selectionStart() + 1);
-    return cursor.charFormat();
-}
-
-QTextTable *firstTable(const QTextDocument &document)
-{
-    for (QTextFrame *frame : document.rootFrame()->childFrames()) {
-        if (auto *table = qobject_cast<QTextTable *>(frame))
-            return table;
-    }
-    return nullptr;
 }
 
 QImage testImage()
@@ -76,11 +50,6 @@ QImage testImage()
             image.setPixel(x, y, qRgba(x * 50, y * 60, 255 - x * 40, 255 - y * 30));
     }
     return image;
-}
-
-bool samePixels(const QImage &a, const QImage &b)
-{
-    return !a.isNull() && a.convertToFormat(QImage::Format_ARGB32) == b.convertToFormat(QImage::Format_ARGB32);
 }
 
 // A document with some of everything the writer writes.
@@ -267,10 +236,10 @@ private slots:
         Reading reading;
         readBack(RtfWriter::writeRtf(document), loaded, reading);
         QCOMPARE(loaded.toPlainText(), QStringLiteral("before FORMATTED after"));
-        QVERIFY(check(formatOfFirst(loaded, QStringLiteral("FORMATTED"))));
+        QVERIFY(check(formatOf(loaded, QStringLiteral("FORMATTED"))));
         // The formatting ends with its run.
-        QVERIFY(!check(formatOfFirst(loaded, QStringLiteral("after"))));
-        QVERIFY(!check(formatOfFirst(loaded, QStringLiteral("before"))));
+        QVERIFY(!check(formatOf(loaded, QStringLiteral("after"))));
+        QVERIFY(!check(formatOf(loaded, QStringLiteral("before"))));
     }
 
     void shouldReadBackParagraphFormats()

@@ -3,8 +3,8 @@
 #include "TestMain.h"
 
 #include "platform/richtext/RtfWriter.h"
+#include "RichTextChecks.h"
 
-#include <QBuffer>
 #include <QPixmap>
 #include <QRegularExpression>
 #include <QTest>
@@ -13,14 +13,9 @@
 #include <QTextDocument>
 #include <QTextTable>
 
-namespace {
+using namespace richtextchecks;
 
-void prepare(QTextDocument &document)
-{
-    QFont font(QStringLiteral("Helvetica"));
-    font.setPointSize(12);
-    document.setDefaultFont(font);
-}
+namespace {
 
 // Counts a control word standing alone (not the start of a longer word).
 int countWord(const QByteArray &rtf, const char *word)
@@ -72,11 +67,6 @@ QImage testImage()
     image.setPixel(1, 1, qRgb(255, 255, 255));
     image.setPixel(2, 1, qRgb(0, 0, 0));
     return image;
-}
-
-bool samePixels(const QImage &a, const QImage &b)
-{
-    return !a.isNull() && a.convertToFormat(QImage::Format_ARGB32) == b.convertToFormat(QImage::Format_ARGB32);
 }
 
 void insertPicture(QTextDocument &document, const QString &name, const QVariant &resource, qreal width = 0, qreal height = 0)
@@ -416,14 +406,8 @@ private slots:
     void shouldEmbedPicturesAsPng_data()
     {
         QTest::addColumn<QVariant>("resource");
-        QByteArray png;
-        QBuffer buffer(&png);
-        buffer.open(QIODevice::WriteOnly);
-        testImage().save(&buffer, "PNG");
-        QByteArray bmp;
-        QBuffer bmpBuffer(&bmp);
-        bmpBuffer.open(QIODevice::WriteOnly);
-        testImage().convertToFormat(QImage::Format_RGB32).save(&bmpBuffer, "BMP");
+        const QByteArray png = imageBytes(testImage(), "PNG");
+        const QByteArray bmp = imageBytes(testImage().convertToFormat(QImage::Format_RGB32), "BMP");
         QTest::newRow("image") << QVariant(testImage());
         QTest::newRow("pixmap") << QVariant(QPixmap::fromImage(testImage()));
         QTest::newRow("png file bytes") << QVariant(png);
@@ -463,12 +447,8 @@ private slots:
 
     void shouldPngEncodePicturesGivenAsJpegBytes()
     {
-        QImage photo(40, 30, QImage::Format_RGB32);
-        photo.fill(qRgb(200, 100, 50));
-        QByteArray jpeg;
-        QBuffer buffer(&jpeg);
-        buffer.open(QIODevice::WriteOnly);
-        QVERIFY(photo.save(&buffer, "JPEG"));
+        const QByteArray jpeg = imageBytes(filledImage(40, 30, QColor(200, 100, 50)), "JPEG");
+        QVERIFY(!jpeg.isEmpty());
         QTextDocument document;
         prepare(document);
         insertPicture(document, QStringLiteral("photo.jpg"), jpeg);
@@ -508,12 +488,8 @@ private slots:
         QFETCH(QByteArray, format);
         QFETCH(QString, name);
         QFETCH(QString, fileName);
-        QImage image(16, 8, QImage::Format_RGB32);
-        image.fill(qRgb(20, 120, 220));
-        QByteArray bytes;
-        QBuffer buffer(&bytes);
-        buffer.open(QIODevice::WriteOnly);
-        QVERIFY(image.save(&buffer, format.constData()));
+        const QByteArray bytes = imageBytes(filledImage(16, 8, QColor(20, 120, 220)), format.constData());
+        QVERIFY(!bytes.isEmpty());
         QTextDocument document;
         prepare(document);
         insertPicture(document, name, bytes);

@@ -10,6 +10,7 @@
 #include "store/DatabaseBundle.h"
 #include "store/kdDataSource.h"
 #include "tasks/Action.h"
+#include "RecordFieldTable.h"
 
 #include <QDir>
 #include <QFile>
@@ -38,39 +39,80 @@ struct Database {
     DatabaseBundle bundle{contacts, orders, items, materials, bills, actions};
 };
 
-QString yesNo(bool flag) { return flag ? QStringLiteral("YES") : QStringLiteral("NO"); }
+// Every stored field of each kind of record, to fill records and compare
+// them whole.
+using testlib::flagField;
+using testlib::numberField;
+#define TEXT(R, key, name) {key, &R::get##name, &R::set##name}
+
+const testlib::RecordFieldTable<Contact> contactFields{
+    {TEXT(Contact, "add1", Add1), TEXT(Contact, "add2", Add2), TEXT(Contact, "add3", Add3),
+     TEXT(Contact, "comments", Comments), TEXT(Contact, "email", Email), TEXT(Contact, "extension", Extension),
+     TEXT(Contact, "fax", Fax), TEXT(Contact, "jobtitle", JobTitle), TEXT(Contact, "kind", Kind),
+     TEXT(Contact, "mobile", Mobile), TEXT(Contact, "name", Name), TEXT(Contact, "phone", Phone),
+     TEXT(Contact, "postcode", Postcode), TEXT(Contact, "title", Title), TEXT(Contact, "type", Type),
+     TEXT(Contact, "website", Website)},
+    {numberField("company", &Contact::getCompany)}};
+
+const testlib::RecordFieldTable<Order> orderFields{
+    {TEXT(Order, "balance", Balance), TEXT(Order, "balancepaid", BalancePaid), TEXT(Order, "date", Date),
+     TEXT(Order, "deposit", Deposit), TEXT(Order, "depositpaid", DepositPaid), TEXT(Order, "description", Description),
+     TEXT(Order, "lastrepeatdate", LastRepeatDate), TEXT(Order, "ordernum", OrderNum),
+     TEXT(Order, "paymentmethod", PaymentMethod), TEXT(Order, "repeatfrequency", RepeatFrequency),
+     TEXT(Order, "shipping", Shipping), TEXT(Order, "status", Status), TEXT(Order, "tax", Tax),
+     TEXT(Order, "taxrate", TaxRate), TEXT(Order, "title", Title), TEXT(Order, "type", Type),
+     TEXT(Order, "value", Value), TEXT(Order, "valuewithtax", ValueWithTax)},
+    {flagField("includeBOM", &Order::getIncludeBOM), flagField("repeats", &Order::getRepeats),
+     flagField("sent", &Order::getSent),
+     {"contact", [](const Order &o) { return o.getContact() ? QString::number(o.getContact()->getID()) : QStringLiteral("none"); }}}};
+
+const testlib::RecordFieldTable<Item> itemFields{
+    {TEXT(Item, "bought", Bought), TEXT(Item, "code", Code), TEXT(Item, "condition", Condition),
+     TEXT(Item, "description", Description), TEXT(Item, "item", Item), TEXT(Item, "price", Price),
+     TEXT(Item, "qty", Qty), TEXT(Item, "optimumqty", OptimumQty), TEXT(Item, "shipping", Shipping),
+     TEXT(Item, "status", Status), TEXT(Item, "supplier", Supplier), TEXT(Item, "warnlevel", Warnlevel)},
+    {flagField("decreaseQty", &Item::getDecreaseQty)}};
+
+const testlib::RecordFieldTable<Material> lineFields{
+    {TEXT(Material, "item", Item), TEXT(Material, "code", Code), TEXT(Material, "qty", Qty),
+     TEXT(Material, "cost", Cost), TEXT(Material, "unit", Unit), TEXT(Material, "total", Total)},
+    {numberField("order", &Material::getOrder), numberField("product", &Material::getProduct),
+     numberField("contact", &Material::getContact)}};
+
+const testlib::RecordFieldTable<Bill> billFields{
+    {TEXT(Bill, "number", Number), TEXT(Bill, "name", Name), TEXT(Bill, "datepaid", DatePaid),
+     TEXT(Bill, "amount", Amount), TEXT(Bill, "details", Details), TEXT(Bill, "category", Category)}};
+
+const testlib::RecordFieldTable<Action> actionFields{
+    {TEXT(Action, "details", Details), TEXT(Action, "enddate", EndDate), TEXT(Action, "endtime", EndTime),
+     TEXT(Action, "rate", Rate), TEXT(Action, "startdate", StartDate), TEXT(Action, "starttime", StartTime),
+     TEXT(Action, "totalcharge", TotalCharge), TEXT(Action, "totaltime", TotalTime),
+     TEXT(Action, "totaltimeunits", TotalTimeUnits), TEXT(Action, "title", Title)},
+    {flagField("complete", &Action::isComplete), flagField("alarm", &Action::isAlarm),
+     flagField("alarmacknowledged", &Action::isAlarmAcknowledged)}};
+#undef TEXT
+
+template <class Record>
+bool describeAs(const dataObject *record, const testlib::RecordFieldTable<Record> &fields, QString &out)
+{
+    const auto *typed = dynamic_cast<const Record *>(record);
+    if (!typed)
+        return false;
+    const QMap<QString, QString> all = fields.snapshot(*typed);
+    QStringList parts;
+    for (auto it = all.begin(); it != all.end(); ++it)
+        parts << it.key() + QLatin1Char('=') + it.value();
+    out = parts.join(QLatin1Char('|'));
+    return true;
+}
 
 // Every stored field of a record, as one line, to compare records whole.
 QString describe(const dataObject *record)
 {
-    QStringList f;
-    f << QString::number(record->getID());
-    if (const auto *c = dynamic_cast<const Contact *>(record)) {
-        f << QString::number(c->getCompany()) << c->getAdd1() << c->getAdd2() << c->getAdd3() << c->getComments()
-          << c->getEmail() << c->getExtension() << c->getFax() << c->getJobTitle() << c->getKind() << c->getMobile()
-          << c->getName() << c->getPhone() << c->getPostcode() << c->getTitle() << c->getType() << c->getWebsite();
-    } else if (const auto *o = dynamic_cast<const Order *>(record)) {
-        f << (o->getContact() ? QString::number(o->getContact()->getID()) : QStringLiteral("none")) << o->getBalance()
-          << o->getBalancePaid() << o->getDate() << o->getDeposit() << o->getDepositPaid() << o->getDescription()
-          << yesNo(o->getIncludeBOM()) << o->getLastRepeatDate() << o->getOrderNum() << o->getPaymentMethod()
-          << o->getRepeatFrequency() << yesNo(o->getRepeats()) << yesNo(o->getSent()) << o->getShipping()
-          << o->getStatus() << o->getTax() << o->getTaxRate() << o->getTitle() << o->getType() << o->getValue()
-          << o->getValueWithTax();
-    } else if (const auto *i = dynamic_cast<const Item *>(record)) {
-        f << i->getBought() << i->getCode() << i->getCondition() << i->getDescription() << i->getItem() << i->getPrice()
-          << i->getQty() << i->getOptimumQty() << i->getShipping() << i->getStatus() << i->getSupplier()
-          << i->getWarnlevel() << yesNo(i->getDecreaseQty());
-    } else if (const auto *m = dynamic_cast<const Material *>(record)) {
-        f << QString::number(m->getOrder()) << QString::number(m->getProduct()) << QString::number(m->getContact())
-          << m->getItem() << m->getCode() << m->getQty() << m->getCost() << m->getUnit() << m->getTotal();
-    } else if (const auto *b = dynamic_cast<const Bill *>(record)) {
-        f << b->getNumber() << b->getName() << b->getDatePaid() << b->getAmount() << b->getDetails() << b->getCategory();
-    } else if (const auto *a = dynamic_cast<const Action *>(record)) {
-        f << yesNo(a->isComplete()) << yesNo(a->isAlarm()) << yesNo(a->isAlarmAcknowledged()) << a->getDetails()
-          << a->getEndDate() << a->getEndTime() << a->getRate() << a->getStartDate() << a->getStartTime()
-          << a->getTotalCharge() << a->getTotalTime() << a->getTotalTimeUnits() << a->getTitle();
-    }
-    return f.join(QLatin1Char('|'));
+    QString out;
+    describeAs(record, contactFields, out) || describeAs(record, orderFields, out) || describeAs(record, itemFields, out)
+        || describeAs(record, lineFields, out) || describeAs(record, billFields, out) || describeAs(record, actionFields, out);
+    return out;
 }
 
 QStringList describeAll(const kdDataSource &source)
@@ -81,114 +123,51 @@ QStringList describeAll(const kdDataSource &source)
     return out;
 }
 
-// Fills every field with its own text, so that a key read into the wrong
-// field shows.
+// Fills every field with its own text ("<field>/<text>"), so that a key read
+// into the wrong field shows; every flag is set.
 void fill(Database &db, const QString &text, int id)
 {
-    const auto t = [&](const char *field) { return text + QLatin1Char('/') + QLatin1String(field); };
-
+    const QString suffix = QLatin1Char('/') + text;
     auto *contact = new Contact;
+    contactFields.fill(*contact, suffix);
     contact->setID(id);
     contact->setCompany(id + 1);
-    contact->setAdd1(t("add1"));
-    contact->setAdd2(t("add2"));
-    contact->setAdd3(t("add3"));
-    contact->setComments(t("comments"));
-    contact->setEmail(t("email"));
-    contact->setExtension(t("extension"));
-    contact->setFax(t("fax"));
-    contact->setJobTitle(t("jobtitle"));
-    contact->setKind(t("kind"));
-    contact->setMobile(t("mobile"));
-    contact->setName(t("name"));
-    contact->setPhone(t("phone"));
-    contact->setPostcode(t("postcode"));
-    contact->setTitle(t("title"));
-    contact->setType(t("type"));
-    contact->setWebsite(t("website"));
     db.contacts.add(contact);
 
     auto *order = new Order;
+    orderFields.fill(*order, suffix);
     order->setID(id + 100);
     order->setContact(contact);
-    order->setBalance(t("balance"));
-    order->setBalancePaid(t("balancepaid"));
-    order->setDate(t("date"));
-    order->setDeposit(t("deposit"));
-    order->setDepositPaid(t("depositpaid"));
-    order->setDescription(t("description"));
     order->setIncludeBOM(true);
-    order->setLastRepeatDate(t("lastrepeatdate"));
-    order->setOrderNum(t("ordernum"));
-    order->setPaymentMethod(t("paymentmethod"));
-    order->setRepeatFrequency(t("repeatfrequency"));
     order->setRepeats(true);
     order->setSent(true);
-    order->setShipping(t("shipping"));
-    order->setStatus(t("status"));
-    order->setTax(t("tax"));
-    order->setTaxRate(t("taxrate"));
-    order->setTitle(t("title"));
-    order->setType(t("type"));
-    order->setValue(t("value"));
-    order->setValueWithTax(t("valuewithtax"));
     db.orders.add(order);
 
     auto *item = new Item;
+    itemFields.fill(*item, suffix);
     item->setID(id + 200);
-    item->setBought(t("bought"));
-    item->setCode(t("code"));
-    item->setCondition(t("condition"));
-    item->setDescription(t("description"));
-    item->setItem(t("item"));
-    item->setPrice(t("price"));
-    item->setQty(t("qty"));
-    item->setOptimumQty(t("optimumqty"));
-    item->setShipping(t("shipping"));
-    item->setStatus(t("status"));
-    item->setSupplier(t("supplier"));
-    item->setWarnlevel(t("warnlevel"));
     item->setDecreaseQty(true);
     db.items.add(item);
 
     auto *line = new Material;
+    lineFields.fill(*line, suffix);
     line->setID(id + 300);
     line->setOrder(id + 100);
     line->setProduct(id + 200);
     line->setContact(id + 7);
-    line->setItem(t("item"));
-    line->setCode(t("code"));
-    line->setQty(t("qty"));
-    line->setCost(t("cost"));
-    line->setUnit(t("unit"));
-    line->setTotal(t("total"));
     db.materials.add(line);
 
     auto *bill = new Bill;
+    billFields.fill(*bill, suffix);
     bill->setID(id + 400);
-    bill->setNumber(t("number"));
-    bill->setName(t("name"));
-    bill->setDatePaid(t("datepaid"));
-    bill->setAmount(t("amount"));
-    bill->setDetails(t("details"));
-    bill->setCategory(t("category"));
     db.bills.add(bill);
 
     auto *action = new Action;
+    actionFields.fill(*action, suffix);
     action->setID(id + 500);
     action->setComplete(true);
     action->setAlarm(true);
     action->setAlarmAcknowledged(true);
-    action->setDetails(t("details"));
-    action->setEndDate(t("enddate"));
-    action->setEndTime(t("endtime"));
-    action->setRate(t("rate"));
-    action->setStartDate(t("startdate"));
-    action->setStartTime(t("starttime"));
-    action->setTotalCharge(t("totalcharge"));
-    action->setTotalTime(t("totaltime"));
-    action->setTotalTimeUnits(t("totaltimeunits"));
-    action->setTitle(t("title"));
     db.actions.add(action);
 }
 

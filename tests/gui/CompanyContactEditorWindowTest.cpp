@@ -1,7 +1,8 @@
 // The editor of a company's person driven through its widgets: choosing the
 // company (the address follows), keeping and abandoning the edit, opening
 // the company, and the person's orders beside the fields.
-#include "TestEnvironment.h"
+#include "FormDriver.h"
+#include "TableCells.h"
 #include "TestMain.h"
 
 #include "app/Quorvel.h"
@@ -17,17 +18,14 @@
 
 #include <QComboBox>
 #include <QLineEdit>
-#include <QPushButton>
 #include <QTableView>
 #include <QTest>
-
-using testlib::TestEnvironment;
 
 namespace {
 
 // The program's windows over a controller, without reading a database:
 // two companies and a person who works for the first.
-struct Program {
+struct Program : testlib::FormDriver {
     Quorvel quorvel;
     ContactManager &contacts = *quorvel.getContactManager();
     ApplicationWindows windows{quorvel};
@@ -52,41 +50,13 @@ struct Program {
 
     CompanyContactEditorWindow *window() const { return windows.companyContactEditorWindow(); }
 
-    template <class Widget>
-    Widget *find(const char *name) const
-    {
-        auto *widget = window()->findChild<Widget *>(QLatin1String(name));
-        if (!widget)
-            qWarning("no widget named %s", name);
-        return widget;
-    }
-    QString text(const char *field) const { return find<QLineEdit>(field)->text(); }
-    void type(const char *field, const QString &value) const
-    {
-        QLineEdit *edit = find<QLineEdit>(field);
-        edit->selectAll();
-        QTest::keyClicks(edit, value);
-    }
-    void click(const char *button) const { QTest::mouseClick(find<QPushButton>(button), Qt::LeftButton); }
+    QWidget *form() override { return window(); }
     bool openAnn()
     {
         contacts.editThisContact(ann);
         return QTest::qWaitForWindowExposed(window());
     }
 };
-
-// Whether any cell of the table shows that text.
-bool shows(const QTableView *table, const QString &text)
-{
-    const QAbstractItemModel *model = table->model();
-    for (int row = 0; row < model->rowCount(); ++row) {
-        for (int column = 0; column < model->columnCount(); ++column) {
-            if (model->index(row, column).data().toString() == text)
-                return true;
-        }
-    }
-    return false;
-}
 
 }  // namespace
 
@@ -180,8 +150,8 @@ private Q_SLOTS:
             QVERIFY(program.openAnn());
         }
         auto *orders = program.find<QTableView>("orderTableView");
-        QVERIFY(shows(orders, QStringLiteral("Shelving")));
-        QVERIFY(!shows(orders, QStringLiteral("Lamps")));
+        QVERIFY(testlib::modelShows(*orders->model(), QStringLiteral("Shelving")));
+        QVERIFY(!testlib::modelShows(*orders->model(), QStringLiteral("Lamps")));
     }
 };
 

@@ -1,6 +1,7 @@
 // The company editor driven through its widgets: typing a company and
 // keeping it, leaving it as it was, the table of its people, and the
 // address handed to the mail program and the pasteboard.
+#include "FormDriver.h"
 #include "TestEnvironment.h"
 #include "TestMain.h"
 
@@ -15,7 +16,6 @@
 #include "platform/Workspace.h"
 
 #include <QLineEdit>
-#include <QPushButton>
 #include <QTableView>
 #include <QTest>
 
@@ -24,28 +24,13 @@ using testlib::TestEnvironment;
 namespace {
 
 // The program's windows over a controller, without reading a database.
-struct Program {
+struct Program : testlib::FormDriver {
     Quorvel quorvel;
     ContactManager &contacts = *quorvel.getContactManager();
     ApplicationWindows windows{quorvel};
 
     CompanyEditorWindow *window() const { return windows.companyEditorWindow(); }
-
-    template <class Widget>
-    Widget *find(const char *name) const
-    {
-        auto *widget = window()->findChild<Widget *>(QLatin1String(name));
-        if (!widget)
-            qWarning("no widget named %s", name);
-        return widget;
-    }
-    void type(const char *field, const QString &text) const
-    {
-        QLineEdit *edit = find<QLineEdit>(field);
-        edit->selectAll();
-        QTest::keyClicks(edit, text);
-    }
-    void click(const char *button) const { QTest::mouseClick(find<QPushButton>(button), Qt::LeftButton); }
+    QWidget *form() override { return window(); }
 
     Contact *add(const QString &kind, const QString &name, int company = 0)
     {

@@ -1,5 +1,6 @@
-#include "TestMain.h"
+#include "FormDriver.h"
 #include "TestEnvironment.h"
+#include "TestMain.h"
 
 #include "app/Quorvel.h"
 #include "app/widgets/ApplicationWindows.h"
@@ -11,7 +12,6 @@
 #include "platform/Workspace.h"
 
 #include <QLineEdit>
-#include <QPushButton>
 #include <QTest>
 
 using testlib::TestEnvironment;
@@ -19,26 +19,11 @@ using testlib::TestEnvironment;
 namespace {
 
 // The program's windows over a controller, without reading a database.
-struct Program {
+struct Program : testlib::FormDriver {
     Quorvel quorvel;
     ContactManager &contacts = *quorvel.getContactManager();
     ApplicationWindows windows{quorvel};
-
-    template <class Widget>
-    Widget *find(const char *name) const
-    {
-        auto *widget = windows.contactEditorWindow()->findChild<Widget *>(QLatin1String(name));
-        if (!widget)
-            qWarning("no widget named %s", name);
-        return widget;
-    }
-    void type(const char *field, const QString &text) const
-    {
-        QLineEdit *edit = find<QLineEdit>(field);
-        edit->selectAll();
-        QTest::keyClicks(edit, text);
-    }
-    void click(const char *button) const { QTest::mouseClick(find<QPushButton>(button), Qt::LeftButton); }
+    QWidget *form() override { return windows.contactEditorWindow(); }
 };
 
 }  // namespace

@@ -1,6 +1,7 @@
 // The item editor driven through its widgets: typing an item and keeping
 // it, abandoning it, the picture well (drop, chooser, removal) and the
 // keyboard.
+#include "FormDriver.h"
 #include "TestEnvironment.h"
 #include "TestMain.h"
 
@@ -15,7 +16,6 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDropEvent>
 #include <QFile>
 #include <QImage>
 #include <QLabel>
@@ -31,26 +31,11 @@ using testlib::TestEnvironment;
 
 namespace {
 
-struct OpenEditor {
+struct OpenEditor : testlib::FormDriver {
     Quorvel quorvel;
     ItemManager &items = *quorvel.getItemManager();
     ItemEditorWindow window{items};
-
-    template <class Widget>
-    Widget *find(const char *name) const
-    {
-        auto *widget = window.findChild<Widget *>(QLatin1String(name));
-        if (!widget)
-            qWarning("no widget named %s", name);
-        return widget;
-    }
-
-    void type(const char *field, const QString &text) const
-    {
-        QLineEdit *edit = find<QLineEdit>(field);
-        edit->selectAll();
-        QTest::keyClicks(edit, text);
-    }
+    QWidget *form() override { return &window; }
 };
 
 // A small red picture in a PNG file.
@@ -82,7 +67,7 @@ private Q_SLOTS:
         QTest::keyClicks(editor.find<QPlainTextEdit>("description"), QStringLiteral("Brass"));
         QTest::keyClick(editor.find<QComboBox>("condition"), Qt::Key_Down);
         QTest::keyClick(editor.find<QCheckBox>("decreaseQty"), Qt::Key_Space);
-        QTest::mouseClick(editor.find<QPushButton>("okButton"), Qt::LeftButton);
+        editor.click("okButton");
 
         QVERIFY(editor.window.isHidden());
         QCOMPARE(editor.items.getItemById(item->getID()), item);
@@ -110,7 +95,7 @@ private Q_SLOTS:
         if (escape)
             QTest::keyClick(editor.find<QLineEdit>("name"), Qt::Key_Escape);
         else
-            QTest::mouseClick(editor.find<QPushButton>("cancelButton"), Qt::LeftButton);
+            editor.click("cancelButton");
         QVERIFY(editor.window.isHidden());
         QCOMPARE(editor.items.getCount(), 0);
         QVERIFY(!editor.items.editorWindow->isVisible());
@@ -125,20 +110,16 @@ private Q_SLOTS:
         auto data = std::make_unique<QMimeData>();
         data->setUrls({QUrl::fromLocalFile(makePicture(QStringLiteral("lamp.png")))});
         auto *well = editor.find<QLabel>("imageView");
-        QDragEnterEvent enter(well->rect().center(), Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(well, &enter);
-        QVERIFY(enter.isAccepted());
-        QDropEvent drop(well->rect().center(), Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(well, &drop);
+        QVERIFY(testlib::dragAndDrop(well, data.get()));
         QVERIFY(!well->pixmap().isNull());
 
-        QTest::mouseClick(editor.find<QPushButton>("okButton"), Qt::LeftButton);
+        editor.click("okButton");
         QVERIFY(QFile::exists(platform::paths::itemImagePath(id)));
         QCOMPARE(QImage(platform::paths::itemImagePath(id)).size(), QSize(8, 6));
 
         editor.items.table->selectRow(0);
         editor.items.edit();
-        QTest::mouseClick(editor.find<QPushButton>("deleteImageButton"), Qt::LeftButton);
+        editor.click("deleteImageButton");
         QVERIFY(well->pixmap().isNull());
         QVERIFY(!QFile::exists(platform::paths::itemImagePath(id)));
     }

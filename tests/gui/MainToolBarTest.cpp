@@ -82,134 +82,124 @@ class MainToolBarTest : public QObject
 {
     Q_OBJECT
 private slots:
-    void shouldDrawEveryImageOfTheProgram_data();
-    void shouldDrawEveryImageOfTheProgram();
-    void shouldAnswerNoIconForAnUnknownImage();
-    void shouldShowOneLabelledButtonPerItemInOrder();
-    void shouldRunTheItemsActionWhenItsButtonIsClicked();
-    void shouldLeaveAnItemWithoutImageInert();
-    void shouldFollowTheListWhenRebuilt();
-    void shouldStayWhereItIsAndOfferNoCustomisation();
-    void shouldShowTheControllersItemsWithTheirIcons();
+    void shouldDrawEveryImageOfTheProgram_data()
+    {
+        QTest::addColumn<QString>("image");
+        for (const char *name : {"contact", "company", "print", "new", "item", "delete", "edit", "eggtimer", "html",
+                                 "csv", "cog", "envelope", "pad", "checkout", "help", "quorvel"})
+            QTest::newRow(name) << QString::fromLatin1(name);
+    }
+
+    void shouldDrawEveryImageOfTheProgram()
+    {
+        QFETCH(QString, image);
+        const QIcon icon = MainToolBar::iconNamed(image);
+        QVERIFY(!icon.isNull());
+        for (const int size : {24, 64}) {
+            const QPixmap pixmap = icon.pixmap(QSize(size, size));
+            QCOMPARE(pixmap.size(), QSize(size, size));  // drawn from the vector image, not a fixed bitmap
+            const Ink ink = inkOf(pixmap.toImage());
+            // Drawn, yet mostly empty: a line icon, not a filled square or a blank.
+            QVERIFY2(ink.drawn > size * size / 20, qPrintable(QString::number(ink.drawn)));
+            QVERIFY2(ink.drawn < size * size * 3 / 4 || image == QLatin1String("quorvel"),
+                     qPrintable(QString::number(ink.drawn)));
+            QVERIFY(ink.line > 0);
+            if (size == 64)
+                QVERIFY(ink.accent > 0);
+        }
+    }
+
+    void shouldAnswerNoIconForAnUnknownImage()
+    {
+        QVERIFY(MainToolBar::iconNamed(QStringLiteral("todo")).isNull());
+        QVERIFY(MainToolBar::iconNamed(QString()).isNull());
+    }
+
+    void shouldShowOneLabelledButtonPerItemInOrder()
+    {
+        FakeItems items;
+        std::unique_ptr<MainToolBar> bar(items.makeToolBar());
+        const QList<QAction *> actions = bar->actions();
+        QCOMPARE(namesOf(actions), items.identifiers);
+        QCOMPARE(actions.at(0)->text(), QStringLiteral("Print"));
+        QCOMPARE(actions.at(2)->text(), QStringLiteral("Notepad"));
+        QVERIFY(!actions.at(0)->icon().isNull());
+        QVERIFY(!actions.at(2)->icon().isNull());
+        auto *button = qobject_cast<QToolButton *>(bar->widgetForAction(actions.at(0)));
+        QVERIFY(button);
+        QCOMPARE(button->toolButtonStyle(), Qt::ToolButtonTextUnderIcon);
+        QCOMPARE(bar->iconSize(), QSize(24, 24));
+    }
+
+    void shouldRunTheItemsActionWhenItsButtonIsClicked()
+    {
+        FakeItems items;
+        QMainWindow window;
+        MainToolBar *bar = items.makeToolBar(&window);
+        window.addToolBar(bar);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QTest::mouseClick(bar->widgetForAction(bar->actions().at(2)), Qt::LeftButton);
+        QTest::mouseClick(bar->widgetForAction(bar->actions().at(0)), Qt::LeftButton);
+        QCOMPARE(items.triggered, QStringList({"pad", "print"}));
+    }
+
+    void shouldLeaveAnItemWithoutImageInert()
+    {
+        FakeItems items;
+        std::unique_ptr<MainToolBar> bar(items.makeToolBar());
+        QAction *inert = bar->actions().at(1);
+        QCOMPARE(inert->objectName(), QStringLiteral("x"));
+        QVERIFY(!inert->isEnabled());
+        QVERIFY(inert->text().isEmpty());
+        inert->trigger();
+        QVERIFY(items.triggered.isEmpty());
+    }
+
+    void shouldFollowTheListWhenRebuilt()
+    {
+        FakeItems items;
+        std::unique_ptr<MainToolBar> bar(items.makeToolBar());
+        QPointer<QAction> old = bar->actions().at(0);
+        items.identifiers = {QStringLiteral("helpItemIdentifier"), QStringLiteral("printItemIdentifier")};
+        QCOMPARE(namesOf(bar->actions()).size(), 3);  // nothing changes until asked
+        bar->rebuild();
+        QCOMPARE(namesOf(bar->actions()), items.identifiers);
+        QVERIFY(old.isNull());  // the old buttons are gone, not only hidden
+        bar->actions().at(0)->trigger();
+        QCOMPARE(items.triggered, QStringList({"help"}));
+    }
+
+    void shouldStayWhereItIsAndOfferNoCustomisation()
+    {
+        FakeItems items;
+        QMainWindow window;
+        MainToolBar *bar = items.makeToolBar(&window);
+        window.addToolBar(bar);
+        QCOMPARE(bar->objectName(), QStringLiteral("quorvelLiteMainToolBar"));
+        QVERIFY(!bar->isMovable());
+        QVERIFY(!bar->isFloatable());
+        QCOMPARE(bar->contextMenuPolicy(), Qt::PreventContextMenu);
+        QVERIFY(!bar->toggleViewAction()->isVisible());
+    }
+
+    void shouldShowTheControllersItemsWithTheirIcons()
+    {
+        Quorvel controller;
+        QStringList printed;
+        controller.standardOutput = [&printed](const QString &text) { printed << text; };
+        MainToolBar bar(controller);
+        const QStringList expected = controller.toolbarDefaultItemIdentifiers(Quorvel::toolbarIdentifier());
+        QVERIFY(expected.size() >= 11);
+        QCOMPARE(namesOf(bar.actions()), expected);
+        for (QAction *action : bar.actions()) {
+            QVERIFY2(action->isEnabled(), qPrintable(action->objectName()));
+            QVERIFY2(!action->text().isEmpty(), qPrintable(action->objectName()));
+            QVERIFY2(!action->icon().isNull(), qPrintable(action->objectName()));
+        }
+        QVERIFY2(printed.isEmpty(), qPrintable(printed.join(' ')));  // no image was missing
+    }
 };
-
-void MainToolBarTest::shouldDrawEveryImageOfTheProgram_data()
-{
-    QTest::addColumn<QString>("image");
-    for (const char *name : {"contact", "company", "print", "new", "item", "delete", "edit", "eggtimer", "html",
-                             "csv", "cog", "envelope", "pad", "checkout", "help", "quorvel"})
-        QTest::newRow(name) << QString::fromLatin1(name);
-}
-
-void MainToolBarTest::shouldDrawEveryImageOfTheProgram()
-{
-    QFETCH(QString, image);
-    const QIcon icon = MainToolBar::iconNamed(image);
-    QVERIFY(!icon.isNull());
-    for (const int size : {24, 64}) {
-        const QPixmap pixmap = icon.pixmap(QSize(size, size));
-        QCOMPARE(pixmap.size(), QSize(size, size));  // drawn from the vector image, not a fixed bitmap
-        const Ink ink = inkOf(pixmap.toImage());
-        // Drawn, yet mostly empty: a line icon, not a filled square or a blank.
-        QVERIFY2(ink.drawn > size * size / 20, qPrintable(QString::number(ink.drawn)));
-        QVERIFY2(ink.drawn < size * size * 3 / 4 || image == QLatin1String("quorvel"),
-                 qPrintable(QString::number(ink.drawn)));
-        QVERIFY(ink.line > 0);
-        if (size == 64)
-            QVERIFY(ink.accent > 0);
-    }
-}
-
-void MainToolBarTest::shouldAnswerNoIconForAnUnknownImage()
-{
-    QVERIFY(MainToolBar::iconNamed(QStringLiteral("todo")).isNull());
-    QVERIFY(MainToolBar::iconNamed(QString()).isNull());
-}
-
-void MainToolBarTest::shouldShowOneLabelledButtonPerItemInOrder()
-{
-    FakeItems items;
-    std::unique_ptr<MainToolBar> bar(items.makeToolBar());
-    const QList<QAction *> actions = bar->actions();
-    QCOMPARE(namesOf(actions), items.identifiers);
-    QCOMPARE(actions.at(0)->text(), QStringLiteral("Print"));
-    QCOMPARE(actions.at(2)->text(), QStringLiteral("Notepad"));
-    QVERIFY(!actions.at(0)->icon().isNull());
-    QVERIFY(!actions.at(2)->icon().isNull());
-    auto *button = qobject_cast<QToolButton *>(bar->widgetForAction(actions.at(0)));
-    QVERIFY(button);
-    QCOMPARE(button->toolButtonStyle(), Qt::ToolButtonTextUnderIcon);
-    QCOMPARE(bar->iconSize(), QSize(24, 24));
-}
-
-void MainToolBarTest::shouldRunTheItemsActionWhenItsButtonIsClicked()
-{
-    FakeItems items;
-    QMainWindow window;
-    MainToolBar *bar = items.makeToolBar(&window);
-    window.addToolBar(bar);
-    window.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
-    QTest::mouseClick(bar->widgetForAction(bar->actions().at(2)), Qt::LeftButton);
-    QTest::mouseClick(bar->widgetForAction(bar->actions().at(0)), Qt::LeftButton);
-    QCOMPARE(items.triggered, QStringList({"pad", "print"}));
-}
-
-void MainToolBarTest::shouldLeaveAnItemWithoutImageInert()
-{
-    FakeItems items;
-    std::unique_ptr<MainToolBar> bar(items.makeToolBar());
-    QAction *inert = bar->actions().at(1);
-    QCOMPARE(inert->objectName(), QStringLiteral("x"));
-    QVERIFY(!inert->isEnabled());
-    QVERIFY(inert->text().isEmpty());
-    inert->trigger();
-    QVERIFY(items.triggered.isEmpty());
-}
-
-void MainToolBarTest::shouldFollowTheListWhenRebuilt()
-{
-    FakeItems items;
-    std::unique_ptr<MainToolBar> bar(items.makeToolBar());
-    QPointer<QAction> old = bar->actions().at(0);
-    items.identifiers = {QStringLiteral("helpItemIdentifier"), QStringLiteral("printItemIdentifier")};
-    QCOMPARE(namesOf(bar->actions()).size(), 3);  // nothing changes until asked
-    bar->rebuild();
-    QCOMPARE(namesOf(bar->actions()), items.identifiers);
-    QVERIFY(old.isNull());  // the old buttons are gone, not only hidden
-    bar->actions().at(0)->trigger();
-    QCOMPARE(items.triggered, QStringList({"help"}));
-}
-
-void MainToolBarTest::shouldStayWhereItIsAndOfferNoCustomisation()
-{
-    FakeItems items;
-    QMainWindow window;
-    MainToolBar *bar = items.makeToolBar(&window);
-    window.addToolBar(bar);
-    QCOMPARE(bar->objectName(), QStringLiteral("quorvelLiteMainToolBar"));
-    QVERIFY(!bar->isMovable());
-    QVERIFY(!bar->isFloatable());
-    QCOMPARE(bar->contextMenuPolicy(), Qt::PreventContextMenu);
-    QVERIFY(!bar->toggleViewAction()->isVisible());
-}
-
-void MainToolBarTest::shouldShowTheControllersItemsWithTheirIcons()
-{
-    Quorvel controller;
-    QStringList printed;
-    controller.standardOutput = [&printed](const QString &text) { printed << text; };
-    MainToolBar bar(controller);
-    const QStringList expected = controller.toolbarDefaultItemIdentifiers(Quorvel::toolbarIdentifier());
-    QVERIFY(expected.size() >= 11);
-    QCOMPARE(namesOf(bar.actions()), expected);
-    for (QAction *action : bar.actions()) {
-        QVERIFY2(action->isEnabled(), qPrintable(action->objectName()));
-        QVERIFY2(!action->text().isEmpty(), qPrintable(action->objectName()));
-        QVERIFY2(!action->icon().isNull(), qPrintable(action->objectName()));
-    }
-    QVERIFY2(printed.isEmpty(), qPrintable(printed.join(' ')));  // no image was missing
-}
 
 QUORVEL_TEST(MainToolBarTest)
 #include "MainToolBarTest.moc"

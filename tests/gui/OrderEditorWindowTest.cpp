@@ -1,5 +1,7 @@
-#include "TestMain.h"
+#include "FormDriver.h"
+#include "TableCells.h"
 #include "TestEnvironment.h"
+#include "TestMain.h"
 
 #include "app/PrefsController.h"
 #include "app/Quorvel.h"
@@ -13,7 +15,6 @@
 
 #include <QApplication>
 #include <QDir>
-#include <QDropEvent>
 #include <QFile>
 #include <QFileInfo>
 #include <QLabel>
@@ -27,7 +28,7 @@
 namespace {
 
 // A controller with the editor window over its order manager, at a tax rate.
-struct OpenEditor {
+struct OpenEditor : testlib::FormDriver {
     Quorvel quorvel;
     OrderManager &orders = *quorvel.getOrderManager();
     OrderEditorWindow window{orders};
@@ -36,22 +37,7 @@ struct OpenEditor {
     {
         quorvel.getPrefsController()->taxRate->setStringValue(taxRate);
     }
-
-    template <class Widget>
-    Widget *find(const char *name) const
-    {
-        auto *widget = window.findChild<Widget *>(QLatin1String(name));
-        if (!widget)
-            qWarning("no widget named %s", name);
-        return widget;
-    }
-
-    void type(const char *field, const QString &text) const
-    {
-        QLineEdit *edit = find<QLineEdit>(field);
-        edit->selectAll();
-        QTest::keyClicks(edit, text);
-    }
+    QWidget *form() override { return &window; }
 };
 
 QString makeFile(const QString &folder, const QString &name)
@@ -83,13 +69,13 @@ private Q_SLOTS:
         QCOMPARE(editor.find<QLabel>("tax")->text().endsWith(QStringLiteral("@ 17.50%")), true);
 
         editor.type("value", QStringLiteral("100"));
-        QTest::mouseClick(editor.find<QPushButton>("calculateTaxButton"), Qt::LeftButton);
+        editor.click("calculateTaxButton");
         QCOMPARE(editor.find<QLineEdit>("taxAmount")->text(), QStringLiteral("17.50"));
         editor.type("shipping", QStringLiteral("10"));
         editor.type("deposit", QStringLiteral("20"));
         QCOMPARE(editor.find<QLineEdit>("balance")->text(), QStringLiteral("107.5"));
 
-        QTest::mouseClick(editor.find<QPushButton>("okButton"), Qt::LeftButton);
+        editor.click("okButton");
         QCOMPARE(order->getValueWithTax(), QStringLiteral("127.50"));
         QVERIFY(editor.window.isHidden());
         QCOMPARE(editor.orders.getItemById(order->getID()), order);
@@ -147,11 +133,7 @@ private Q_SLOTS:
         if (withText)
             data->setText(QStringLiteral("some words"));
         MyImageView *well = editor.window.attachmentWell();
-        QDragEnterEvent enter(well->rect().center(), Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(well, &enter);
-        QCOMPARE(enter.isAccepted(), files > 0);
-        QDropEvent drop(well->rect().center(), Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(well, &drop);
+        QCOMPARE(testlib::dragAndDrop(well, data.get()), files > 0);
 
         QCOMPARE(editor.find<QLabel>("attachmentText")->text(), count);
         QCOMPARE(well->shownImage(), image);
@@ -190,7 +172,7 @@ private Q_SLOTS:
         if (how == QLatin1String("escape"))
             QTest::keyClick(editor.find<QLineEdit>("title"), Qt::Key_Escape);
         else if (how == QLatin1String("cancel"))
-            QTest::mouseClick(editor.find<QPushButton>("cancelButton"), Qt::LeftButton);
+            editor.click("cancelButton");
         else
             editor.window.close();
         QVERIFY(editor.window.isHidden());
@@ -213,10 +195,7 @@ private Q_SLOTS:
         QVERIFY(QTest::qWaitForWindowExposed(&editor.window));
 
         const QAbstractItemModel *model = editor.window.materialsTable()->model();
-        QStringList shown;
-        for (int row = 0; row < model->rowCount(); ++row)
-            shown << model->index(row, 0).data().toString();
-        QCOMPARE(shown, QStringList({QStringLiteral("Post"), QStringLiteral("Rail")}));
+        QCOMPARE(testlib::modelColumn(*model), QStringList({QStringLiteral("Post"), QStringLiteral("Rail")}));
 
         // F2 edits a cell in place: a new cost works the line's total out again.
         integrityTableView *table = editor.window.materialsTable();
@@ -230,7 +209,7 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(model->index(1, 5).data().toString(), QStringLiteral("2.50"), 300);  // committed when queued
 
         // Add Line gives the order a free line of its own.
-        QTest::mouseClick(editor.find<QPushButton>("createMaterialButton"), Qt::LeftButton);
+        editor.click("createMaterialButton");
         QCOMPARE(model->rowCount(), 3);
     }
 };

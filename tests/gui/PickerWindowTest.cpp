@@ -1,3 +1,4 @@
+#include "TableCells.h"
 #include "TestMain.h"
 
 #include "app/Picker.h"
@@ -37,14 +38,7 @@ struct OpenPicker {
                         QStringLiteral("name"), QStringLiteral("add1"), QStringLiteral("Contact"));
     }
 
-    QStringList shownNames() const
-    {
-        QStringList names;
-        const QAbstractItemModel *model = window.table()->model();
-        for (int row = 0; row < model->rowCount(); ++row)
-            names << model->index(row, 0).data().toString();
-        return names;
-    }
+    QStringList shownNames() const { return testlib::modelColumn(*window.table()->model()); }
 };
 
 }  // namespace

@@ -1,7 +1,8 @@
+#include "FormDriver.h"
+#include "Preferences.h"
 #include "TestMain.h"
 
 #include "app/PrefsController.h"
-#include "app/widgets/NotepadWindow.h"
 #include "app/widgets/PrefsWindow.h"
 #include "app/widgets/WelcomePanel.h"
 #include "platform/Paths.h"
@@ -9,32 +10,14 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
-#include <QFileInfo>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSettings>
 #include <QTabWidget>
 #include <QTest>
-#include <QTextEdit>
 #include <QTimer>
 
-namespace {
-
-QSettings preferences()
-{
-    return QSettings(PrefsController::settingsName(), PrefsController::settingsName());
-}
-
-template <class T>
-T *child(const QWidget &window, const char *name)
-{
-    T *found = window.findChild<T *>(QLatin1String(name));
-    if (!found)
-        qWarning("no widget named %s", name);
-    return found;
-}
-
-}  // namespace
+using testlib::preferences;
 
 class PrefsWindowTest : public QObject
 {
@@ -53,14 +36,14 @@ private Q_SLOTS:
         PrefsWindow window(prefs);
         prefs.openWindow();
         QVERIFY(QTest::qWaitForWindowExposed(&window));
-        auto *rate = child<QLineEdit>(window, "taxRate");
+        auto *rate = testlib::findNamed<QLineEdit>(&window, "taxRate");
         QVERIFY(rate);
         QCOMPARE(rate->text(), QStringLiteral("20"));
         rate->selectAll();
         QTest::keyClicks(rate, QStringLiteral("17.5"));
         QCOMPARE(prefs.getGlobalTaxRate(), 17.5f);  // used before it is stored
 
-        QTest::mouseClick(child<QPushButton>(window, "okButton"), Qt::LeftButton);
+        QTest::mouseClick(testlib::findNamed<QPushButton>(&window, "okButton"), Qt::LeftButton);
         QCOMPARE(preferences().value(QStringLiteral("QuorvelTaxRate")).toString(), QStringLiteral("17.5"));
         QVERIFY(!window.isVisible());
     }
@@ -86,10 +69,10 @@ private Q_SLOTS:
         prefs.colourStatusAssignmentWell->setColor({0, 0.5f, 0, 1});
         prefs.openWindow();
         QVERIFY(QTest::qWaitForWindowExposed(&window));
-        QTest::mouseClick(child<QPushButton>(window, "setColourButton"), Qt::LeftButton);
+        QTest::mouseClick(testlib::findNamed<QPushButton>(&window, "setColourButton"), Qt::LeftButton);
         QCOMPARE(PrefsController::flagColours().size(), 1);
 
-        auto *status = child<QComboBox>(window, "statusColourAssignmentPopUpButton");
+        auto *status = testlib::findNamed<QComboBox>(&window, "statusColourAssignmentPopUpButton");
         QVERIFY(status);
         status->setFocus();
         QTest::keyClick(status, Qt::Key_Up);  // "Quote": no colour yet
@@ -104,30 +87,13 @@ private Q_SLOTS:
         PrefsController prefs;
         WelcomePanel panel(prefs);
         QTimer::singleShot(0, &panel, [&panel] {
-            QTest::mouseClick(child<QCheckBox>(panel, "proTimeMmtButton2"), Qt::LeftButton);
+            QTest::mouseClick(testlib::findNamed<QCheckBox>(&panel, "proTimeMmtButton2"), Qt::LeftButton);
             QTest::keyClick(&panel, Qt::Key_Return);
         });
         prefs.readDefaults();
         QCOMPARE(preferences().value(QStringLiteral("QuorvelTimeMmt")).toString(), QStringLiteral("YES"));
         QCOMPARE(preferences().value(QStringLiteral("QuorvelDataMmt")).toString(), QStringLiteral("NO"));
         QVERIFY(!panel.isVisible());
-    }
-
-    void shouldKeepTheNotepadAcrossStarts()
-    {
-        {
-            PrefsController prefs;
-            NotepadWindow notepad(nullptr, prefs.notepadView);
-            notepad.show();
-            QVERIFY(QTest::qWaitForWindowExposed(&notepad));
-            QTest::keyClicks(notepad.editor(), QStringLiteral("Ring the printer"));
-            prefs.OKButton();
-        }
-        QVERIFY(QFileInfo::exists(PrefsController::notepadPath()));
-        PrefsController prefs;
-        NotepadWindow notepad(nullptr, prefs.notepadView);
-        prefs.readDefaults();
-        QCOMPARE(notepad.editor()->toPlainText(), QStringLiteral("Ring the printer"));
     }
 };
 

@@ -1,5 +1,6 @@
-#include "TestMain.h"
+#include "FormDriver.h"
 #include "TestEnvironment.h"
+#include "TestMain.h"
 
 #include "app/Quorvel.h"
 #include "app/widgets/ApplicationWindows.h"
@@ -13,7 +14,6 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPushButton>
 #include <QTableView>
 #include <QTest>
 
@@ -22,26 +22,11 @@ using testlib::TestEnvironment;
 namespace {
 
 // The program's windows over a controller, without reading a database.
-struct Program {
+struct Program : testlib::FormDriver {
     Quorvel quorvel;
     ActionManager &actions = *quorvel.getActionManager();
     ApplicationWindows windows{quorvel};
-
-    template <class Widget>
-    Widget *find(const char *name) const
-    {
-        auto *widget = windows.taskEditorWindow()->findChild<Widget *>(QLatin1String(name));
-        if (!widget)
-            qWarning("no widget named %s", name);
-        return widget;
-    }
-    void type(const char *field, const QString &text) const
-    {
-        QLineEdit *edit = find<QLineEdit>(field);
-        edit->selectAll();
-        QTest::keyClicks(edit, text);
-    }
-    void click(const char *button) const { QTest::mouseClick(find<QPushButton>(button), Qt::LeftButton); }
+    QWidget *form() override { return windows.taskEditorWindow(); }
     QTableView *taskList() const
     {
         return windows.mainWindow()->findChild<QTableView *>(QStringLiteral("actionTableView"));

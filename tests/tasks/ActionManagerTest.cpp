@@ -1,12 +1,13 @@
-#include "TestMain.h"
+#include "Preferences.h"
+#include "TableCells.h"
 #include "TestEnvironment.h"
+#include "TestMain.h"
 
 #include "app/PrefsController.h"
 #include "app/Quorvel.h"
 #include "tasks/Action.h"
 #include "tasks/ActionManager.h"
 
-#include <QDir>
 #include <QSettings>
 #include <QTest>
 
@@ -16,17 +17,6 @@ using testlib::TestEnvironment;
 
 namespace {
 
-// Switches the modules on (a saved notepad) and chooses the date order.
-void readPreferences(Quorvel &quorvel, bool monthFirst)
-{
-    QSettings settings(PrefsController::settingsName(), PrefsController::settingsName());
-    settings.setValue(QStringLiteral("QuorvelWelcome"), QStringLiteral("YES"));
-    settings.setValue(QStringLiteral("QuorvelDateFormat"), monthFirst ? QStringLiteral("1") : QStringLiteral("0"));
-    settings.sync();
-    QDir().mkpath(PrefsController::notepadPath());
-    quorvel.getPrefsController()->readDefaults();
-}
-
 Action *task(ActionManager &actions, const QString &title, bool done = false)
 {
     auto *action = new Action;
@@ -34,14 +24,6 @@ Action *task(ActionManager &actions, const QString &title, bool done = false)
     action->setComplete(done);
     actions.add(action);
     return action;
-}
-
-QStringList visibleTitles(const ActionManager &actions)
-{
-    QStringList titles;
-    for (int row = 0; row < actions.numberOfRowsInTableView(); ++row)
-        titles << actions.objectValueForTableColumn(QStringLiteral("title"), row);
-    return titles;
 }
 
 }  // namespace
@@ -68,7 +50,7 @@ private Q_SLOTS:
     void init()
     {
         quorvel = std::make_unique<Quorvel>();
-        readPreferences(*quorvel, false);
+        testlib::startWithModules(*quorvel, false);
         TestEnvironment::current().clearAlerts();
     }
     void cleanup() { quorvel.reset(); }
@@ -97,7 +79,7 @@ private Q_SLOTS:
         QFETCH(QString, units);
         QFETCH(float, expected);
         QFETCH(QString, shown);
-        readPreferences(*quorvel, monthFirst);
+        testlib::startWithModules(*quorvel, monthFirst);
         fillTimes(times.at(0), times.at(1), times.at(2), times.at(3));
         actions().totalTimeUnits->userSelectItemAtIndex(units == QLatin1String("Days") ? 1 : 0);
         const std::optional<float> total = actions().calculateTotalTime();
@@ -233,7 +215,7 @@ private Q_SLOTS:
         QFETCH(QString, search);
         QFETCH(QStringList, expected);
         if (!timeModule) {
-            QSettings settings(PrefsController::settingsName(), PrefsController::settingsName());
+            QSettings settings = testlib::preferences();
             settings.setValue(QStringLiteral("QuorvelTimeMmt"), QStringLiteral("NO"));
             settings.sync();
             quorvel->getPrefsController()->readDefaults();
@@ -246,7 +228,7 @@ private Q_SLOTS:
         actions().searchField->userSetStringValue(search);
         actions().filterPopUp->userSelectItemAtIndex(shownItem);
         actions().filter();
-        QCOMPARE(visibleTitles(actions()), expected);
+        QCOMPARE(testlib::columnCells(actions(), "title"), expected);
     }
 
     void shouldToggleTheDoneFlagInPlaceFromTheCompleteColumn()
@@ -270,7 +252,7 @@ private Q_SLOTS:
         actions().didClickTableColumn(QStringLiteral("totaltime"), true);
         // "9" comes before "10" as text (the first sort descriptor's
         // ascending puts the greater text first).
-        QCOMPARE(visibleTitles(actions()), (QStringList{"a", "b"}));
+        QCOMPARE(testlib::columnCells(actions(), "title"), (QStringList{"a", "b"}));
     }
 };
 

@@ -4,6 +4,7 @@
 #include "accounts/BillManager.h"
 #include "app/PrefsController.h"
 #include "app/Quorvel.h"
+#include "cli/CliOptions.h"
 #include "cli/CliOutput.h"
 #include "cli/CommandLine.h"
 #include "platform/Clock.h"
@@ -13,7 +14,6 @@
 #include "platform/StringTable.h"
 #include "reports/ReportManager.h"
 #include "store/DatabaseBundle.h"
-#include "store/TableExport.h"
 #include "store/TableView.h"
 
 #include <QFileInfo>
@@ -59,42 +59,6 @@ QString periodList()
     return titles.join(u", "_s);
 }
 
-// "--name VALUE" or "--name=VALUE" for the options the command takes; the
-// last of a repeated option counts. Anything else is a usage error.
-std::optional<QMap<QString, QString>> parseAccountsOptions(const QStringList &arguments, QString &why)
-{
-    static const QStringList accepted{u"period"_s, u"from"_s,    u"search"_s, u"now"_s,
-                                      u"table"_s,  u"columns"_s, u"format"_s, u"output"_s};
-    QMap<QString, QString> values;
-    for (qsizetype i = 0; i < arguments.size(); ++i) {
-        const QString &argument = arguments.at(i);
-        if (!argument.startsWith("--"_L1)) {
-            why = u"accounts takes no argument \"%1\" (only options)"_s.arg(argument);
-            return std::nullopt;
-        }
-        QString name = argument.mid(2);
-        QString value;
-        const qsizetype equals = name.indexOf(u'=');
-        if (equals >= 0) {
-            value = name.mid(equals + 1);
-            name = name.left(equals);
-        }
-        if (!accepted.contains(name)) {
-            why = u"unknown option --%1"_s.arg(name);
-            return std::nullopt;
-        }
-        if (equals < 0) {
-            if (i + 1 >= arguments.size()) {
-                why = u"option --%1 needs a value"_s.arg(name);
-                return std::nullopt;
-            }
-            value = arguments.at(++i);
-        }
-        values.insert(name, value);
-    }
-    return values;
-}
-
 // "YYYY-MM-DDTHH:MM" in local time; invalid for anything else.
 QDateTime parseMoment(const QString &text)
 {
@@ -125,53 +89,18 @@ bool isBillColumn(const QString &identifier)
     return !probe.getFieldByName(identifier).isEmpty();
 }
 
-// "ID[=TITLE],..." for the bills table. A column without a title takes the
-// title the accounts tab gives it, else its name. Answers nothing (and says
-// why) for an empty or unknown name.
-std::optional<QList<TableColumn>> parseBillColumns(const QString &text, const QList<TableColumn> &shown,
-                                                   QString &why)
-{
-    QList<TableColumn> columns;
-    for (const QString &part : text.split(u',')) {
-        const qsizetype equals = part.indexOf(u'=');
-        TableColumn column;
-        column.identifier = (equals < 0 ? part : part.left(equals)).trimmed();
-        if (column.identifier.isEmpty()) {
-            why = u"--columns needs ID[=TITLE],... with no empty ID"_s;
-            return std::nullopt;
-        }
-        if (!isBillColumn(column.identifier)) {
-            why = u"the bills table has no column \"%1\""_s.arg(column.identifier);
-            return std::nullopt;
-        }
-        column.title = column.identifier;
-        if (equals >= 0) {
-            column.title = part.mid(equals + 1);
-        } else {
-            for (const TableColumn &known : shown) {
-                if (known.identifier == column.identifier)
-                    column.title = known.title;
-            }
-        }
-        columns.append(column);
-    }
-    return columns;
-}
-
-QByteArray exportBytes(const TableDataSource &source, const TableView &table, bool csv)
-{
-    return csv ? encodeCsvExport(source.getDataAsCSVusingTableView(table))
-               : encodeHtmlExport(wrapHtmlExport(source.getDataAsHTMLusingTableView(table)));
-}
-
 }  // namespace
 
 int accountsCommand(const QStringList &arguments, QIODevice &out, QIODevice &err)
 {
     QString why;
-    const auto options = parseAccountsOptions(arguments, why);
-    if (!options)
+    const auto parsed = parseOptions(arguments, {u"period"_s, u"from"_s, u"search"_s, u"now"_s, u"table"_s,
+                                                 u"columns"_s, u"format"_s, u"output"_s}, why);
+    if (!parsed)
         return usageError(err, why);
+    if (!parsed->positional.isEmpty())
+        return usageError(err, u"accounts takes no argument \"%1\" (only options)"_s.arg(parsed->positional.first()));
+    const QMap<QString, QString> *options = &parsed->values;
     // The pop-up's titles may be given as the user's language shows them.
     platform::installStringTable();
 
@@ -215,9 +144,13 @@ int accountsCommand(const QStringList &arguments, QIODevice &out, QIODevice &err
     BillManager &bills = *quorvel.getBillManager();
     std::optional<QList<TableColumn>> columns = bills.table->tableColumns();
     if (options->contains(u"columns"_s)) {
-        columns = parseBillColumns(options->value(u"columns"_s), bills.table->tableColumns(), why);
+        columns = parseColumns(options->value(u"columns"_s), bills.table->tableColumns(), why);
         if (!columns)
             return usageError(err, why);
+        for (const TableColumn &column : *columns) {
+            if (!isBillColumn(column.identifier))
+                return usageError(err, u"the bills table has no column \"%1\""_s.arg(column.identifier));
+        }
     }
 
     const DatabaseBundle::ReadResult read = quorvel.getDatabase().readDatabase();

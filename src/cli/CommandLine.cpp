@@ -5,6 +5,7 @@
 #include "cli/AccountsCommand.h"
 #include "cli/CliOutput.h"
 #include "cli/CliDatabase.h"
+#include "cli/CliOptions.h"
 #include "cli/ReportCommands.h"
 #include "orders/Order.h"
 #include "orders/OrderManager.h"
@@ -15,7 +16,6 @@
 #include "platform/PropertyList.h"
 #include "platform/StringTable.h"
 #include "store/ListColumns.h"
-#include "store/TableExport.h"
 #include "store/TableView.h"
 #include "store/kdDataSource.h"
 
@@ -44,70 +44,6 @@ private:
     const kdDataSource &from;
 };
 
-// "ID[=TITLE],..." A column without a title takes the default list's title
-// for that field, else the field name.
-std::optional<QList<TableColumn>> parseColumns(const QString &text, const QString &kind)
-{
-    const QList<TableColumn> defaults = ListColumns::defaultsFor(kind);
-    QList<TableColumn> columns;
-    for (const QString &part : text.split(QLatin1Char(','))) {
-        const qsizetype equals = part.indexOf(QLatin1Char('='));
-        TableColumn column;
-        column.identifier = (equals < 0 ? part : part.left(equals)).trimmed();
-        if (column.identifier.isEmpty())
-            return std::nullopt;
-        if (equals >= 0) {
-            column.title = part.mid(equals + 1);
-        } else {
-            column.title = column.identifier;
-            for (const TableColumn &known : defaults) {
-                if (known.identifier == column.identifier)
-                    column.title = known.title;
-            }
-        }
-        columns.append(column);
-    }
-    return columns;
-}
-
-struct Options {
-    QStringList positional;
-    QMap<QString, QString> values;  // --name VALUE or --name=VALUE
-};
-
-// Splits the arguments of a command into positional ones and the named
-// options it accepts; anything else is a usage error (answered in `why`).
-std::optional<Options> parseOptions(const QStringList &arguments, const QStringList &accepted, QString &why)
-{
-    Options options;
-    for (qsizetype i = 0; i < arguments.size(); ++i) {
-        const QString &argument = arguments.at(i);
-        if (!argument.startsWith(QLatin1String("--"))) {
-            options.positional << argument;
-            continue;
-        }
-        QString name = argument.mid(2);
-        QString value;
-        const qsizetype equals = name.indexOf(QLatin1Char('='));
-        if (equals >= 0) {
-            value = name.mid(equals + 1);
-            name = name.left(equals);
-        } else if (accepted.contains(name)) {
-            if (i + 1 >= arguments.size()) {
-                why = QStringLiteral("option --%1 needs a value").arg(name);
-                return std::nullopt;
-            }
-            value = arguments.at(++i);
-        }
-        if (!accepted.contains(name)) {
-            why = QStringLiteral("unknown option --%1").arg(name);
-            return std::nullopt;
-        }
-        options.values.insert(name, value);
-    }
-    return options;
-}
-
 int exportCommand(const QStringList &arguments, QIODevice &out, QIODevice &err)
 {
     QString why;
@@ -125,9 +61,9 @@ int exportCommand(const QStringList &arguments, QIODevice &out, QIODevice &err)
         return usageError(err, QStringLiteral("unknown format \"%1\" (csv or html)").arg(format));
     QList<TableColumn> columns = ListColumns::defaultsFor(kind);
     if (options->values.contains(QStringLiteral("columns"))) {
-        const auto given = parseColumns(options->values.value(QStringLiteral("columns")), kind);
+        const auto given = parseColumns(options->values.value(QStringLiteral("columns")), columns, why);
         if (!given)
-            return usageError(err, QStringLiteral("--columns needs ID[=TITLE],... with no empty ID"));
+            return usageError(err, why);
         columns = *given;
     }
 
@@ -141,9 +77,7 @@ int exportCommand(const QStringList &arguments, QIODevice &out, QIODevice &err)
     TableView table;
     table.setColumns(columns);
     AllRecords rows(*database.collection(kind));
-    const QByteArray bytes = format == QLatin1String("csv")
-        ? encodeCsvExport(rows.getDataAsCSVusingTableView(table))
-        : encodeHtmlExport(wrapHtmlExport(rows.getDataAsHTMLusingTableView(table)));
+    const QByteArray bytes = exportBytes(rows, table, format == QLatin1String("csv"));
     if (!writeOutput(bytes, options->values.value(QStringLiteral("output")), out, err))
         return Failure;
     return allRead ? Success : UnreadableFile;

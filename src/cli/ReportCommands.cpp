@@ -2,6 +2,7 @@
 
 #include "app/PrefsController.h"
 #include "app/Quorvel.h"
+#include "cli/CliOptions.h"
 #include "cli/CliOutput.h"
 #include "cli/CommandLine.h"
 #include "contacts/Contact.h"
@@ -11,7 +12,6 @@
 #include "platform/StringTable.h"
 #include "platform/outlets/TextField.h"
 #include "reports/ReportManager.h"
-#include "store/TableExport.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -22,51 +22,6 @@
 namespace cli {
 
 namespace {
-
-struct ReportOptions {
-    QStringList positional;
-    QString format = QStringLiteral("csv");
-    QString output;
-    std::optional<QString> contact;
-};
-
-// --format, --output and --contact, each as "--name VALUE" or "--name=VALUE".
-std::optional<ReportOptions> parseReportOptions(const QStringList &arguments, QString &why)
-{
-    ReportOptions options;
-    for (qsizetype i = 0; i < arguments.size(); ++i) {
-        const QString &argument = arguments.at(i);
-        if (!argument.startsWith(QLatin1String("--"))) {
-            options.positional << argument;
-            continue;
-        }
-        QString name = argument.mid(2);
-        QString value;
-        const qsizetype equals = name.indexOf(QLatin1Char('='));
-        if (equals >= 0) {
-            value = name.mid(equals + 1);
-            name = name.left(equals);
-        }
-        if (name != QLatin1String("format") && name != QLatin1String("output") && name != QLatin1String("contact")) {
-            why = QStringLiteral("unknown option --%1").arg(name);
-            return std::nullopt;
-        }
-        if (equals < 0) {
-            if (i + 1 >= arguments.size()) {
-                why = QStringLiteral("option --%1 needs a value").arg(name);
-                return std::nullopt;
-            }
-            value = arguments.at(++i);
-        }
-        if (name == QLatin1String("format"))
-            options.format = value;
-        else if (name == QLatin1String("output"))
-            options.output = value;
-        else
-            options.contact = value;
-    }
-    return options;
-}
 
 // The user's date order, as the program's preferences keep it.
 QString preferredDateFormat()
@@ -82,17 +37,22 @@ QString preferredDateFormat()
 int reportCommand(const QStringList &arguments, QIODevice &out, QIODevice &err)
 {
     QString why;
-    const auto options = parseReportOptions(arguments, why);
-    if (!options)
+    const auto parsed = parseOptions(arguments, {QStringLiteral("format"), QStringLiteral("output"),
+                                                 QStringLiteral("contact")}, why);
+    if (!parsed)
         return usageError(err, why);
-    if (options->positional.size() != 1 || options->positional.first().isEmpty())
+    if (parsed->positional.size() != 1 || parsed->positional.first().isEmpty())
         return usageError(err, QStringLiteral("report needs one NAME"));
-    const QString name = options->positional.first();
-    const bool csv = options->format == QLatin1String("csv");
-    if (!csv && options->format != QLatin1String("html"))
-        return usageError(err, QStringLiteral("unknown format \"%1\" (csv or html)").arg(options->format));
+    const QString name = parsed->positional.first();
+    const QString format = parsed->values.value(QStringLiteral("format"), QStringLiteral("csv"));
+    const bool csv = format == QLatin1String("csv");
+    if (!csv && format != QLatin1String("html"))
+        return usageError(err, QStringLiteral("unknown format \"%1\" (csv or html)").arg(format));
+    std::optional<QString> contactId;
+    if (parsed->values.contains(QStringLiteral("contact")))
+        contactId = parsed->values.value(QStringLiteral("contact"));
     static const QRegularExpression wholeNumber(QStringLiteral("^-?[0-9]+$"));
-    if (options->contact && !wholeNumber.match(*options->contact).hasMatch())
+    if (contactId && !wholeNumber.match(*contactId).hasMatch())
         return usageError(err, QStringLiteral("--contact needs a contact id (-1 for none)"));
     if (!QFileInfo(platform::paths::bundleDir()).isDir()) {
         say(err, QStringLiteral("quorvel-cli: no database at %1").arg(platform::paths::bundleDir()));
@@ -114,20 +74,18 @@ int reportCommand(const QStringList &arguments, QIODevice &out, QIODevice &err)
         say(err, QStringLiteral("quorvel-cli: no report \"%1\" in %2").arg(name, platform::paths::reportsDir()));
         return Failure;
     }
-    if (options->contact && *options->contact != QLatin1String("-1")) {
-        Contact *contact = quorvel.getContactbyId(*options->contact);
+    if (contactId && *contactId != QLatin1String("-1")) {
+        Contact *contact = quorvel.getContactbyId(*contactId);
         if (!contact) {
-            say(err, QStringLiteral("quorvel-cli: no contact with id %1").arg(*options->contact));
+            say(err, QStringLiteral("quorvel-cli: no contact with id %1").arg(*contactId));
             return Failure;
         }
         quorvel.getContactManager()->setCurrentItem(contact);
     }
 
     reports->doReport(name, reports->table);
-    const QByteArray bytes = csv
-        ? encodeCsvExport(reports->getDataAsCSVusingTableView(*reports->table))
-        : encodeHtmlExport(wrapHtmlExport(reports->getDataAsHTMLusingTableView(*reports->table)));
-    if (!writeOutput(bytes, options->output, out, err))
+    const QByteArray bytes = exportBytes(*reports, *reports->table, csv);
+    if (!writeOutput(bytes, parsed->values.value(QStringLiteral("output")), out, err))
         return Failure;
     return allRead ? Success : UnreadableFile;
 }

@@ -8,8 +8,10 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QUrl>
 
 namespace editor {
 
@@ -125,6 +127,19 @@ void Form::withButton(const QString &label, QWidget *field, QPushButton *button)
     layout->addRow(labelFor(label, field), row({field, button}, 1));
     if (tabChain)
         *tabChain << field << button;
+}
+
+
+QString firstLocalFile(const QMimeData *data)
+{
+    if (!data || !data->hasUrls())
+        return {};
+    const QList<QUrl> urls = data->urls();
+    for (const QUrl &url : urls) {
+        if (url.isLocalFile() && !url.toLocalFile().isEmpty())
+            return url.toLocalFile();
+    }
+    return {};
 }
 
 }  // namespace editor

@@ -14,6 +14,7 @@ class QFormLayout;
 class QHBoxLayout;
 class QLabel;
 class QLineEdit;
+class QMimeData;
 class QPlainTextEdit;
 class QPushButton;
 class QWidget;
@@ -60,5 +61,8 @@ struct Form {
 private:
     void add(const QString &label, QWidget *field);
 };
+
+// The first local file a drag carries, a null text when it carries none.
+QString firstLocalFile(const QMimeData *data);
 
 }  // namespace editor

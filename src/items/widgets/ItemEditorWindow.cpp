@@ -29,19 +29,6 @@ namespace {
 
 constexpr int wellSide = 160;
 
-// The first local file a drag carries, a null text when it carries none.
-QString firstLocalFile(const QMimeData *data)
-{
-    if (!data || !data->hasUrls())
-        return {};
-    const QList<QUrl> urls = data->urls();
-    for (const QUrl &url : urls) {
-        if (url.isLocalFile() && !url.toLocalFile().isEmpty())
-            return url.toLocalFile();
-    }
-    return {};
-}
-
 }  // namespace
 
 ItemEditorWindow::ItemEditorWindow(ItemManager &manager, QWidget *parent)
@@ -176,7 +163,7 @@ bool ItemEditorWindow::eventFilter(QObject *watched, QEvent *event)
     case QEvent::DragEnter:
     case QEvent::DragMove: {
         auto *drag = static_cast<QDragMoveEvent *>(event);
-        if (firstLocalFile(drag->mimeData()).isNull()) {
+        if (editor::firstLocalFile(drag->mimeData()).isNull()) {
             drag->ignore();
         } else {
             drag->setDropAction(Qt::CopyAction);
@@ -186,7 +173,7 @@ bool ItemEditorWindow::eventFilter(QObject *watched, QEvent *event)
     }
     case QEvent::Drop: {
         auto *drop = static_cast<QDropEvent *>(event);
-        const QString path = firstLocalFile(drop->mimeData());
+        const QString path = editor::firstLocalFile(drop->mimeData());
         if (path.isNull() || !takePictureFrom(path)) {
             drop->ignore();
         } else {

@@ -1,5 +1,7 @@
 #include "orders/widgets/MyImageView.h"
 
+#include "app/widgets/EditorWidgets.h"
+
 #include "orders/OrderManager.h"
 #include "platform/Localised.h"
 
@@ -16,19 +18,6 @@ using platform::localised;
 namespace {
 
 constexpr int imageSide = 48;
-
-// The first local file a drag carries, a null text when it carries none.
-QString firstLocalFile(const QMimeData *data)
-{
-    if (!data || !data->hasUrls())
-        return {};
-    const QList<QUrl> urls = data->urls();
-    for (const QUrl &url : urls) {
-        if (url.isLocalFile() && !url.toLocalFile().isEmpty())
-            return url.toLocalFile();
-    }
-    return {};
-}
 
 }  // namespace
 
@@ -88,7 +77,7 @@ void MyImageView::updateIcon()
 
 void MyImageView::dragEnterEvent(QDragEnterEvent *event)
 {
-    if (firstLocalFile(event->mimeData()).isNull()) {
+    if (editor::firstLocalFile(event->mimeData()).isNull()) {
         event->ignore();
         return;
     }
@@ -98,7 +87,7 @@ void MyImageView::dragEnterEvent(QDragEnterEvent *event)
 
 void MyImageView::dragMoveEvent(QDragMoveEvent *event)
 {
-    if (firstLocalFile(event->mimeData()).isNull()) {
+    if (editor::firstLocalFile(event->mimeData()).isNull()) {
         event->ignore();
         return;
     }
@@ -110,7 +99,7 @@ void MyImageView::dragMoveEvent(QDragMoveEvent *event)
 // names the well's new image.
 void MyImageView::dropEvent(QDropEvent *event)
 {
-    const QString path = firstLocalFile(event->mimeData());
+    const QString path = editor::firstLocalFile(event->mimeData());
     if (path.isNull()) {
         event->ignore();
         return;

@@ -453,38 +453,37 @@ void ContactManager::companyHasChanged()
         editor->populateCompanyFields();
 }
 
+namespace {
+
 // The contact is stored as it now is (a new one is added to the list), and
 // opens in the other editor, which takes this window's place on screen.
-void ContactManager::linkToCompany()
+template <class Editor, class Change>
+void handOver(ContactManager &contacts, Editor *editor, Change change)
 {
-    Contact *contact = currentItem;
-    CompanyContactEditor *editor = quorvel ? quorvel->getCompanyContactEditor() : nullptr;
+    Contact *contact = contacts.getCurrentItem();
     if (!contact || !editor)
         return;
-    const bool wasCreating = creating;
-    contact->setKind(companyContactKind);
-    finish();
+    const bool wasCreating = contacts.isCreating();
+    change(*contact);
+    contacts.finish();
     editor->edit(contact);
-    editorWindow->saveFrameUsingName(contactWindowsFrame);
+    contacts.editorWindow->saveFrameUsingName(contactWindowsFrame);
     editor->getEditorWindow()->setFrameUsingName(contactWindowsFrame);
     if (wasCreating)
         editor->setCreating(true);
 }
 
+}  // namespace
+
+void ContactManager::linkToCompany()
+{
+    handOver(*this, quorvel ? quorvel->getCompanyContactEditor() : nullptr,
+             [](Contact &contact) { contact.setKind(companyContactKind); });
+}
+
 void ContactManager::makeCompany()
 {
-    Contact *contact = currentItem;
-    CompanyEditor *editor = quorvel ? quorvel->getCompanyEditor() : nullptr;
-    if (!contact || !editor)
-        return;
-    const bool wasCreating = creating;
-    contact->makeCompany();
-    finish();
-    editor->edit(contact);
-    editorWindow->saveFrameUsingName(contactWindowsFrame);
-    editor->getEditorWindow()->setFrameUsingName(contactWindowsFrame);
-    if (wasCreating)
-        editor->setCreating(true);
+    handOver(*this, quorvel ? quorvel->getCompanyEditor() : nullptr, [](Contact &contact) { contact.makeCompany(); });
 }
 
 // --- the list --------------------------------------------------------------

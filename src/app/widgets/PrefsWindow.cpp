@@ -93,34 +93,24 @@ QWidget *PrefsWindow::makeGeneralPage()
 QWidget *PrefsWindow::makeOrdersPage()
 {
     QWidget *orders = page(QStringLiteral("orders"));
-    auto *form = new QFormLayout(orders);
-    QLineEdit *rate = lineEdit(prefs.taxRate, QStringLiteral("taxRate"), orders);
-    form->addRow(labelFor(localised("&Tax rate (%):"), rate), rate);
-    QLineEdit *statement = lineEdit(prefs.taxStatement, QStringLiteral("taxStatement"), orders);
-    form->addRow(labelFor(localised("Tax &statement:"), statement), statement);
-    QLineEdit *prefix = lineEdit(prefs.orderPrefixField, QStringLiteral("orderPrefixField"), orders);
-    form->addRow(labelFor(localised("Order &prefix:"), prefix), prefix);
-    QLineEdit *one = lineEdit(prefs.termOrder, QStringLiteral("termOrder"), orders);
-    form->addRow(labelFor(localised("Word for &one order:"), one), one);
-    QLineEdit *many = lineEdit(prefs.termOrders, QStringLiteral("termOrders"), orders);
-    form->addRow(labelFor(localised("Word for &several orders:"), many), many);
+    editor::Form form{new QFormLayout(orders)};
+    form.field(prefs.taxRate, QStringLiteral("taxRate"), localised("&Tax rate (%):"));
+    form.field(prefs.taxStatement, QStringLiteral("taxStatement"), localised("Tax &statement:"));
+    form.field(prefs.orderPrefixField, QStringLiteral("orderPrefixField"), localised("Order &prefix:"));
+    form.field(prefs.termOrder, QStringLiteral("termOrder"), localised("Word for &one order:"));
+    form.field(prefs.termOrders, QStringLiteral("termOrders"), localised("Word for &several orders:"));
     return orders;
 }
 
 QWidget *PrefsWindow::makeItemsPage()
 {
     QWidget *items = page(QStringLiteral("items"));
-    auto *form = new QFormLayout(items);
-    QLineEdit *prefix = lineEdit(prefs.itemPrefixField, QStringLiteral("itemPrefixField"), items);
-    form->addRow(labelFor(localised("Item &prefix:"), prefix), prefix);
-    QLineEdit *warn = lineEdit(prefs.stockWarn, QStringLiteral("stockWarn"), items);
-    form->addRow(labelFor(localised("Stock &warning level:"), warn), warn);
-    QLineEdit *one = lineEdit(prefs.termItem, QStringLiteral("termItem"), items);
-    form->addRow(labelFor(localised("Word for &one item:"), one), one);
-    QLineEdit *many = lineEdit(prefs.termItems, QStringLiteral("termItems"), items);
-    form->addRow(labelFor(localised("Word for &several items:"), many), many);
-    QLineEdit *bom = lineEdit(prefs.termBOM, QStringLiteral("termBOM"), items);
-    form->addRow(labelFor(localised("Word for a &bill of materials:"), bom), bom);
+    editor::Form form{new QFormLayout(items)};
+    form.field(prefs.itemPrefixField, QStringLiteral("itemPrefixField"), localised("Item &prefix:"));
+    form.field(prefs.stockWarn, QStringLiteral("stockWarn"), localised("Stock &warning level:"));
+    form.field(prefs.termItem, QStringLiteral("termItem"), localised("Word for &one item:"));
+    form.field(prefs.termItems, QStringLiteral("termItems"), localised("Word for &several items:"));
+    form.field(prefs.termBOM, QStringLiteral("termBOM"), localised("Word for a &bill of materials:"));
     return items;
 }
 

@@ -82,8 +82,8 @@ QString BillManager::userDateFormat() const
 void BillManager::create()
 {
     creating = true;
-    newBill = std::make_unique<Bill>();
-    setItem(newBill.get());
+    currentItem = std::make_shared<Bill>();
+    setItem(currentItem.get());
     show();
 }
 
@@ -103,7 +103,7 @@ void BillManager::setItem(Bill *bill)
 {
     if (!bill)
         return;
-    currentItem = bill;
+    currentItem = shareOf(bill);
     datePaid->setDateFormat(userDateFormat());
     invoiceNumber->setStringValue(bill->getNumber());
     name->setStringValue(bill->getName());
@@ -126,7 +126,7 @@ void BillManager::setItem(Bill *bill)
 
 void BillManager::finish()
 {
-    Bill *bill = currentItem;
+    const std::shared_ptr<Bill> bill = currentItem;
     if (!bill)
         return;
     bill->setNumber(invoiceNumber->stringValue());
@@ -138,24 +138,12 @@ void BillManager::finish()
     if (!chosen.isEmpty())
         bill->setCategory(chosen);
 
+    // A cancelled new bill leaves `creating` set: the next bill finished,
+    // even one opened from the list, is then listed a second time (the same
+    // record, with its id).
     if (creating) {
         creating = false;
-        if (newBill && newBill.get() == bill) {
-            bill->setID(getNextId());
-            add(newBill.release());
-        } else {
-            // A listed bill finished while a cancelled new bill was pending:
-            // it joins the list a second time, as a copy under the next id.
-            auto twin = std::make_unique<Bill>();
-            twin->setNumber(bill->getNumber());
-            twin->setName(bill->getName());
-            twin->setDatePaid(bill->getDatePaid());
-            twin->setAmount(bill->getAmount());
-            twin->setDetails(bill->getDetails());
-            twin->setCategory(bill->getCategory());
-            twin->setID(getNextId());
-            add(twin.release());
-        }
+        add(bill);
     }
     hide();
     filter();
@@ -176,13 +164,6 @@ void BillManager::show()
 void BillManager::hide()
 {
     editorWindow->orderOut();
-}
-
-void BillManager::deleteRecord(dataObject *record)
-{
-    if (record && record == currentItem)
-        currentItem = nullptr;
-    ListManager::deleteRecord(record);
 }
 
 // ---------------------------------------------------------------------------

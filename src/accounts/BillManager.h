@@ -48,7 +48,6 @@ public:
     void cancel();
     void show();
     void hide();
-    void deleteRecord(dataObject *record) override;
 
     // The bills of the period that match the search (both bounds
     // inclusive), then money in of the same period through the report
@@ -71,7 +70,7 @@ public:
     // The user's date order ("%d/%m/%y" or "%m/%d/%y").
     QString userDateFormat() const;
 
-    Bill *getCurrentItem() const { return currentItem; }
+    Bill *getCurrentItem() const { return currentItem.get(); }
     bool isCreating() const { return creating; }
 
     // Outlets of the accounts tab.
@@ -93,10 +92,9 @@ private:
     // Writes "MoneyIn.xml" and runs it into the money-in table.
     void runMoneyIn(const QString &from, const std::optional<QDateTime> &to);
 
-    Bill *currentItem = nullptr;
+    // The bill in the editor (a new one is listed when it is finished).
+    std::shared_ptr<Bill> currentItem;
     bool creating = false;
-    // The new bill while it is not in the list yet.
-    std::unique_ptr<Bill> newBill;
     std::unique_ptr<ReportManager> reportManager;
     std::unique_ptr<StatementManager> statementManager;
 };

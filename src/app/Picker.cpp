@@ -106,7 +106,7 @@ void Picker::beginfor(Callback action, kdDataSource *dataSource, const QString &
         const dataObject *record = dataSource->getnthItem(i);
         if (!record)
             continue;
-        auto *row = new ReportItem;
+        auto row = std::make_shared<ReportItem>();
         row->addField(record->getFieldByName(field1));
         row->addField(record->getFieldByName(field2));
         row->addField(QString::number(record->getID()));
@@ -199,7 +199,7 @@ void Picker::sortByColumn(const QString &columnId, bool ascending, int options)
 {
     if (options < 0 || options > 2)
         return;  // no other option sorts
-    const std::vector<dataObject *> &rows = records();
+    const std::vector<std::shared_ptr<dataObject>> &rows = records();
     const size_t count = rows.size();
     if (count < 2)
         return;
@@ -207,7 +207,7 @@ void Picker::sortByColumn(const QString &columnId, bool ascending, int options)
     const int field = platform::intValue(columnId);
     std::vector<QString> keys(count);
     for (size_t i = 0; i < count; ++i)
-        keys[i] = static_cast<const ReportItem *>(rows[i])->getnthField(field).toCaseFolded();
+        keys[i] = static_cast<const ReportItem *>(rows[i].get())->getnthField(field).toCaseFolded();
     std::vector<size_t> order(count);
     std::iota(order.begin(), order.end(), size_t(0));
     if (ascending)
@@ -224,11 +224,11 @@ void Picker::sortByColumn(const QString &columnId, bool ascending, int options)
     const std::vector<dataObject *> wanted = [&] {
         std::vector<dataObject *> result(count);
         for (size_t i = 0; i < count; ++i)
-            result[i] = rows[order[i]];
+            result[i] = rows[order[i]].get();
         return result;
     }();
     for (size_t i = 0; i < count; ++i) {
-        if (records()[i] != wanted[i])
-            swop(records()[i], wanted[i]);
+        if (records()[i].get() != wanted[i])
+            swop(records()[i].get(), wanted[i]);
     }
 }

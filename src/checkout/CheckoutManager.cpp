@@ -1,6 +1,7 @@
 #include "checkout/CheckoutManager.h"
 
 #include "app/Quorvel.h"
+#include "orders/Order.h"
 
 CheckoutManager::CheckoutManager(Quorvel *controller, QObject *parent) : OrderManager(controller, parent) {}
 
@@ -8,7 +9,7 @@ void CheckoutManager::edit(Order *order)
 {
     // The checkout window is not built yet: it only remembers what it was
     // asked to show.
-    editedOrder = order;
+    editedOrder = shareOf(order);
     open = true;
 }
 

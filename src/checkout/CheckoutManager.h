@@ -18,10 +18,10 @@ public:
     void requestResign(const QObject *sender) override;
     // The checkout window became key: the order editor is asked to resign.
     void windowDidBecomeKey() override;
-    Order *getEditedOrder() const { return editedOrder; }
+    Order *getEditedOrder() const { return editedOrder.get(); }
     bool isOpen() const { return open; }
 
 private:
-    Order *editedOrder = nullptr;
+    std::shared_ptr<Order> editedOrder;
     bool open = false;
 };

@@ -26,7 +26,7 @@ CompanyContactEditor::CompanyContactEditor(Quorvel *controller, ContactManager *
 
 void CompanyContactEditor::setItem(Contact *contact)
 {
-    currentItem = contact;
+    currentItem = shareOf(contact);
     if (!contact)
         return;
     populateCompanyMenu();
@@ -89,7 +89,7 @@ void CompanyContactEditor::editCompanyButton()
 // fields. The extension, web address and type are not stored back.
 void CompanyContactEditor::finish()
 {
-    Contact *contact = currentItem;
+    const std::shared_ptr<Contact> contact = currentItem;
     if (!contact)
         return;
     if (company->indexOfSelectedItem() >= 0) {

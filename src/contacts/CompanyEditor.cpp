@@ -26,17 +26,17 @@ void CompanyEditor::create()
     if (!contacts)
         return;
     creating = true;
-    auto *contact = new Contact;
+    const auto contact = std::make_shared<Contact>();
     contact->makeCompany();
     contacts->add(contact);
     contacts->reloadData();
-    setItem(contact);
+    setItem(contact.get());
     show();
 }
 
 void CompanyEditor::setItem(Contact *contact)
 {
-    currentItem = contact;
+    currentItem = shareOf(contact);
     if (!contact)
         return;
     // The people's table lists the people of the contact manager's current
@@ -52,7 +52,7 @@ void CompanyEditor::setItem(Contact *contact)
 // The form of address and the mobile number are not stored back.
 void CompanyEditor::finish()
 {
-    Contact *contact = currentItem;
+    const std::shared_ptr<Contact> contact = currentItem;
     if (!contact)
         return;
     contact->setComments(comments->string());

@@ -47,7 +47,7 @@ QString ContactFields::postalBlock(const Contact *contact)
 
 void ContactFields::copyContact()
 {
-    platform::setPasteboardString(postalBlock(currentItem));
+    platform::setPasteboardString(postalBlock(currentItem.get()));
 }
 
 void ContactFields::sendEmail()

@@ -9,6 +9,7 @@
 #include "platform/outlets/Window.h"
 
 #include <QString>
+#include <memory>
 
 class Contact;
 class QObject;
@@ -20,7 +21,7 @@ public:
     explicit ContactFields(QObject *owner);
 
     // The contact open in the editor, none when none.
-    Contact *getCurrentItem() const { return currentItem; }
+    Contact *getCurrentItem() const { return currentItem.get(); }
     Window *getEditorWindow() const { return editorWindow; }
     void show();
     void hide();
@@ -56,5 +57,7 @@ protected:
     // The address lines, postcode and phone.
     void fillAddress(const Contact &contact);
 
-    Contact *currentItem = nullptr;
+    // The contact open in the editor; the editor holds its share, so the
+    // contact stays whole while it is open, even if it is deleted meanwhile.
+    std::shared_ptr<Contact> currentItem;
 };

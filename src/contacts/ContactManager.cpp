@@ -36,26 +36,28 @@ bool isSupplier(const Contact *contact)
 }
 
 // How many of the records pass the test.
+using Records = std::vector<std::shared_ptr<dataObject>>;
+
 template <typename Test>
-int countWhere(const std::vector<dataObject *> &records, Test test)
+int countWhere(const Records &records, Test test)
 {
     int count = 0;
-    for (dataObject *record : records)
-        count += test(asContact(record)) ? 1 : 0;
+    for (const auto &record : records)
+        count += test(asContact(record.get())) ? 1 : 0;
     return count;
 }
 
 // The n-th (from 0) of the records that pass the test, none when there are
 // fewer.
 template <typename Test>
-Contact *nthWhere(const std::vector<dataObject *> &records, int n, Test test)
+Contact *nthWhere(const Records &records, int n, Test test)
 {
     if (records.empty() || n + 1 > int(records.size()))
         return nullptr;
     int count = 0;
-    for (dataObject *record : records) {
-        if (test(asContact(record)) && ++count == n + 1)
-            return asContact(record);
+    for (const auto &record : records) {
+        if (test(asContact(record.get())) && ++count == n + 1)
+            return asContact(record.get());
     }
     return nullptr;
 }
@@ -194,17 +196,17 @@ void ContactManager::setExpanded(const Contact *company, bool expanded)
 // list is filtered, sorted, reloaded or changes its number of records.
 void ContactManager::ensureRows() const
 {
-    if (rowsValid && countedRecords == getCount())
+    if (rowsValid && rowsGeneration == getGeneration())
         return;
     rows.clear();
     QHash<int, std::vector<Contact *>> people;
-    for (dataObject *record : records()) {
-        Contact *contact = asContact(record);
+    for (const auto &record : records()) {
+        Contact *contact = asContact(record.get());
         if (isCompanyContact(contact))
             people[contact->getCompany()].push_back(contact);
     }
-    for (dataObject *record : records()) {
-        Contact *contact = asContact(record);
+    for (const auto &record : records()) {
+        Contact *contact = asContact(record.get());
         if (!isVisibleTopLevel(contact))
             continue;
         rows.push_back(contact);
@@ -214,7 +216,7 @@ void ContactManager::ensureRows() const
                 rows.insert(rows.end(), found->begin(), found->end());
         }
     }
-    countedRecords = getCount();
+    rowsGeneration = getGeneration();
     rowsValid = true;
 }
 
@@ -299,8 +301,8 @@ Contact *ContactManager::getnthVisibleCompany(int n) const
 Contact *ContactManager::getnthContact(int n, int companyId) const
 {
     int count = 0;
-    for (dataObject *record : records()) {
-        Contact *contact = asContact(record);
+    for (const auto &record : records()) {
+        Contact *contact = asContact(record.get());
         if (!isCompanyContact(contact))
             continue;
         if (contact->getCompany() == companyId)
@@ -318,9 +320,9 @@ Contact *ContactManager::getContactbyId(const QString &id) const
 
 Contact *ContactManager::getContactbyName(const QString &text) const
 {
-    for (dataObject *record : records()) {
-        if (asContact(record)->getName() == text)
-            return asContact(record);
+    for (const auto &record : records()) {
+        if (asContact(record.get())->getName() == text)
+            return asContact(record.get());
     }
     return nullptr;
 }
@@ -329,9 +331,9 @@ Contact *ContactManager::getContactbyName(const QString &text) const
 
 void ContactManager::create()
 {
-    pending = std::make_unique<Contact>();
     creating = true;
-    setItem(pending.get());
+    currentItem = std::make_shared<Contact>();
+    setItem(currentItem.get());
     show();
 }
 
@@ -343,17 +345,15 @@ void ContactManager::createForCurrentOrder()
 
 void ContactManager::edit()
 {
-    if (Contact *contact = contactAtRow(table->selectedRow())) {
-        currentItem = contact;
+    if (Contact *contact = contactAtRow(table->selectedRow()))
         editThisContact(contact);
-    }
 }
 
 void ContactManager::editThisContact(Contact *contact)
 {
-    currentItem = contact;
     if (!contact)
         return;
+    currentItem = shareOf(contact);
     if (contact->getKind() == companyKind) {
         if (CompanyEditor *editor = quorvel ? quorvel->getCompanyEditor() : nullptr)
             editor->edit(contact);
@@ -368,9 +368,9 @@ void ContactManager::editThisContact(Contact *contact)
 
 void ContactManager::setItem(Contact *contact)
 {
-    currentItem = contact;
     if (!contact)
         return;
+    currentItem = shareOf(contact);
     // The web address field is left as it is: this editor does not keep it.
     fillOwnFields(*contact);
     fillAddress(*contact);
@@ -380,7 +380,7 @@ void ContactManager::setItem(Contact *contact)
 
 void ContactManager::finish()
 {
-    Contact *contact = currentItem;
+    const std::shared_ptr<Contact> contact = currentItem;
     if (!contact)
         return;
     contact->setTitle(title->titleOfSelectedItem());
@@ -400,12 +400,11 @@ void ContactManager::finish()
         contact->setType(chosenType);
     if (creatingForOrder != 0) {
         if (quorvel)
-            quorvel->connectContact(contact, creatingForOrder);
+            quorvel->connectContact(contact.get(), creatingForOrder);
         creatingForOrder = 0;
     }
     if (creating) {
-        if (pending.get() == contact)
-            add(pending.release());
+        add(contact);
         creating = false;
     }
     hide();
@@ -416,14 +415,13 @@ void ContactManager::finish()
 
 void ContactManager::cancel()
 {
+    // A new contact is dropped: it was never listed, and nothing holds it
+    // once the editor lets go.
+    if (creating)
+        currentItem.reset();
     creatingForOrder = 0;
     creating = false;
     hide();
-    if (pending) {
-        if (currentItem == pending.get())
-            currentItem = nullptr;
-        pending.reset();
-    }
 }
 
 // --- companies and their people -------------------------------------------
@@ -528,8 +526,6 @@ void ContactManager::deleteKey()
 
 void ContactManager::deleteRecord(dataObject *record)
 {
-    if (record == currentItem)
-        currentItem = nullptr;
     deleteItem(record);
     rowsChanged();
     if (table->selectedRow() >= numberOfRowsInTableView())

@@ -59,7 +59,7 @@ public:
     Contact *getContactbyId(const QString &id) const;
     // The first contact whose name equals the text exactly, none when none.
     Contact *getContactbyName(const QString &name) const;
-    void setCurrentItem(Contact *contact) { currentItem = contact; }
+    void setCurrentItem(Contact *contact) { currentItem = shareOf(contact); }
     bool isCreating() const { return creating; }
     int getCreatingForOrder() const { return creatingForOrder; }
 
@@ -115,13 +115,14 @@ private:
     void ensureRows() const;
     void rowsChanged() { rowsValid = false; }
 
-    std::unique_ptr<Contact> pending;   // the new contact until it is finished
     bool creating = false;
     int creatingForOrder = 0;
     QSet<int> collapsed;   // ids of companies whose people are hidden
+    // The outline's rows, valid while rowsValid is set and the collection
+    // has not changed since (its generation); the collection holds them.
     mutable std::vector<Contact *> rows;
     mutable bool rowsValid = false;
-    mutable int countedRecords = 0;
+    mutable quint64 rowsGeneration = 0;
     TableView *companyContacts;
     std::unique_ptr<CompanyContactsSource> companyContactsSource;
 };

@@ -12,16 +12,6 @@
 using namespace Qt::Literals::StringLiterals;
 using platform::localised;
 
-namespace {
-
-// What a copy of an item takes over: every field that is stored by name.
-const QStringList storedFields = {u"bought"_s, u"code"_s,       u"condition"_s, u"decreaseqty"_s,
-                                  u"description"_s, u"item"_s,  u"price"_s,     u"qty"_s,
-                                  u"optimumqty"_s, u"shipping"_s, u"status"_s,  u"supplier"_s,
-                                  u"warnlevel"_s};
-
-}  // namespace
-
 void ItemManager::ImageView::setImage(const QByteArray &tiff)
 {
     if (tiff == picture)
@@ -72,8 +62,7 @@ void ItemManager::fillStatusPopUp()
 void ItemManager::makeNewItem()
 {
     creating = true;
-    newItem = std::make_unique<Item>();
-    currentItem = newItem.get();
+    currentItem = std::make_shared<Item>();
     const int id = getNextId();
     currentItem->setID(id);
     const PrefsController *prefs = quorvel ? quorvel->getPrefsController() : nullptr;
@@ -85,7 +74,7 @@ void ItemManager::makeNewItem()
 void ItemManager::create()
 {
     makeNewItem();
-    setItem(currentItem);
+    setItem(currentItem.get());
     show();
 }
 
@@ -107,7 +96,6 @@ void ItemManager::edit()
     auto *item = static_cast<Item *>(getnthVisibleItem(row));
     if (!item)
         return;
-    currentItem = item;
     setItem(item);
     show();
 }
@@ -117,7 +105,7 @@ void ItemManager::setItem(dataObject *record)
     auto *item = dynamic_cast<Item *>(record);
     if (!item)
         return;
-    currentItem = item;
+    currentItem = shareOf(item);
     fillStatusPopUp();
     code->setStringValue(item->getCode());
     description->setString(item->getDescription());
@@ -142,7 +130,7 @@ void ItemManager::setItem(dataObject *record)
 
 void ItemManager::finish()
 {
-    Item *item = currentItem;
+    const std::shared_ptr<Item> item = currentItem;
     if (!item)
         return;
     item->setCode(code->stringValue());
@@ -161,20 +149,12 @@ void ItemManager::finish()
     // The status is shown in the editor but never taken from it.
     item->setSupplier(quorvel ? quorvel->getContactIdForName(supplierName->stringValue()) : u"0"_s);
 
+    // A cancelled new item leaves `creating` set: the next item finished,
+    // even one opened from the list, is then listed a second time (the same
+    // record, with its id).
     if (creating) {
         creating = false;
-        if (newItem && newItem.get() == item) {
-            add(newItem.release());
-        } else {
-            // An item already listed, finished while a cancelled new item
-            // was still pending: it is listed a second time, with the same
-            // id and fields.
-            auto twin = std::make_unique<Item>();
-            for (const QString &field : storedFields)
-                twin->setFieldByName(field, item->getFieldByName(field));
-            twin->setID(item->getID());
-            add(twin.release());
-        }
+        add(item);
     }
     if (!imageView->image().isEmpty())
         item->setImage(imageView->image());
@@ -227,13 +207,6 @@ void ItemManager::deleteImage()
 
 // ---------------------------------------------------------------------------
 // The list
-
-void ItemManager::deleteRecord(dataObject *record)
-{
-    if (record && record == currentItem)
-        currentItem = nullptr;
-    ListManager::deleteRecord(record);
-}
 
 void ItemManager::filter()
 {

@@ -67,10 +67,8 @@ public:
     // Every item matching the search; with "In Stock" chosen, not those
     // whose quantity is below 1 (a quantity never entered stays listed).
     void filter() override;
-    // Removes the item; an editor that held it holds nothing any more.
-    void deleteRecord(dataObject *record) override;
 
-    Item *getCurrentItem() const { return currentItem; }
+    Item *getCurrentItem() const { return currentItem.get(); }
     bool isCreating() const { return creating; }
 
     // Outlets of the list.
@@ -99,8 +97,7 @@ private:
     void makeNewItem();
     void fillStatusPopUp();
 
-    Item *currentItem = nullptr;
+    // The item in the editor (a new one is listed when it is finished).
+    std::shared_ptr<Item> currentItem;
     bool creating = false;
-    // The new item while it is not in the list yet.
-    std::unique_ptr<Item> newItem;
 };

@@ -65,11 +65,11 @@ BOMManager::BOMManager(Quorvel *controller, QObject *parent)
 
 void BOMManager::ensureRanks() const
 {
-    const std::vector<dataObject *> &all = records();
+    const std::vector<std::shared_ptr<dataObject>> &all = records();
     const size_t count = all.size();
     if (ranksValid
         && (rankedOrder != currentOrder || count < rankedCount
-            || (rankedCount > 0 && all[rankedCount - 1] != lastRanked)))
+            || (rankedCount > 0 && all[rankedCount - 1].get() != lastRanked)))
         ranksValid = false;
     if (!ranksValid) {
         ranks.clear();
@@ -79,12 +79,12 @@ void BOMManager::ensureRanks() const
     }
     // Only appended records are new to the index.
     for (size_t i = rankedCount; i < count; ++i) {
-        auto *line = static_cast<Material *>(all[i]);
+        auto *line = static_cast<Material *>(all[i].get());
         if (line->getOrder() == currentOrder)
             ranks.push_back(RankedLine{line, i});
     }
     rankedCount = count;
-    lastRanked = count > 0 ? all[count - 1] : nullptr;
+    lastRanked = count > 0 ? all[count - 1].get() : nullptr;
 }
 
 Material *BOMManager::rankedLine(int n) const
@@ -97,7 +97,7 @@ Material *BOMManager::rankedLine(int n) const
     // a removal, a line moved to another order): rebuild. The line is looked
     // at only once it is known to be in the collection.
     const RankedLine &ranked = ranks[size_t(n)];
-    if (records()[ranked.position] != ranked.line || ranked.line->getOrder() != rankedOrder) {
+    if (records()[ranked.position].get() != ranked.line || ranked.line->getOrder() != rankedOrder) {
         invalidateRanks();
         ensureRanks();
         if (size_t(n) >= ranks.size())
@@ -133,8 +133,8 @@ Material *BOMManager::getnthItem(int n, int orderId) const
             return line;
     } else if (n >= 0) {
         int rank = 0;
-        for (dataObject *record : records()) {
-            auto *line = static_cast<Material *>(record);
+        for (const auto &record : records()) {
+            auto *line = static_cast<Material *>(record.get());
             if (line->getOrder() == orderId && rank++ == n)
                 return line;
         }
@@ -230,14 +230,14 @@ void BOMManager::addProduct(Item *item)
 {
     if (!item)
         return;
-    std::unique_ptr<Material> line = Material::withOrderAndProduct(currentOrder, item->getID());
+    const std::shared_ptr<Material> line = Material::withOrderAndProduct(currentOrder, item->getID());
     line->setItem(item->getItem());
     line->setCode(item->getCode());
     line->setCost(item->getPrice());
     line->setProduct(item->getID());
     line->recalcTotal();
     setContactfor(line.get());
-    add(line.release());
+    add(line);
 }
 
 void BOMManager::addTime(Action *task)
@@ -245,19 +245,19 @@ void BOMManager::addTime(Action *task)
     if (!task)
         return;
     // The task's own figures, as it shows them: no recalculation.
-    std::unique_ptr<Material> line = Material::withOrder(currentOrder);
+    const std::shared_ptr<Material> line = Material::withOrder(currentOrder);
     line->setItem(task->getTitle());
     line->setCode(u""_s);
     line->setQty(task->getTotalTime());
     line->setUnit(task->getTotalTimeUnits());
     line->setCost(task->getRate());
     line->setTotal(task->getTotalCharge());
-    add(line.release());
+    add(line);
 }
 
 void BOMManager::create()
 {
-    add(Material::withOrder(currentOrder).release());
+    add(Material::withOrder(currentOrder));
     reloadData();
 }
 
@@ -271,7 +271,7 @@ void BOMManager::duplicateMaterialsFromOrder(int fromOrder, int toOrder)
         const auto *source = static_cast<const Material *>(kdDataSource::getnthItem(i));
         if (!source || source->getOrder() != fromOrder)
             continue;
-        std::unique_ptr<Material> copy = Material::withOrder(toOrder);
+        const std::shared_ptr<Material> copy = Material::withOrder(toOrder);
         copy->setItem(source->getItem());
         copy->setCode(source->getCode());
         copy->setQty(source->getQty());
@@ -279,7 +279,7 @@ void BOMManager::duplicateMaterialsFromOrder(int fromOrder, int toOrder)
         copy->setCost(source->getCost());
         copy->setTotal(source->getTotal());
         copy->setProduct(source->getProduct());
-        add(copy.release());
+        add(copy);
     }
 }
 
@@ -295,8 +295,6 @@ void BOMManager::deleteRecord(dataObject *record)
         if (item && item->getDecreaseQty())
             item->adjustQty(platform::intValue(line->getQty()));
     }
-    if (currentItem == line)
-        currentItem = nullptr;
     deleteItem(record);
     invalidateRanks();
     reloadData();
@@ -345,7 +343,7 @@ void BOMManager::finish()
 // say so; a Material (and none) never prints.
 void BOMManager::setItem(Material *line)
 {
-    currentItem = line;
+    currentItem = shareOf(line);
     if (!line)
         return;
     const QString description = describe(*line);
@@ -361,8 +359,8 @@ void BOMManager::setContactfor(Material *line) const
 
 void BOMManager::setContacts()
 {
-    for (dataObject *record : records())
-        setContactfor(static_cast<Material *>(record));
+    for (const auto &record : records())
+        setContactfor(static_cast<Material *>(record.get()));
 }
 
 // --- totals -----------------------------------------------------------------

@@ -95,7 +95,8 @@ private:
     mutable size_t rankedCount = 0;
     mutable const dataObject *lastRanked = nullptr;
 
-    Material *currentItem = nullptr;
+    // The line being edited; held, so it stays whole if deleted meanwhile.
+    std::shared_ptr<Material> currentItem;
     int numberForThisOrder = 0;
     int currentOrder = 0;
 };

@@ -15,14 +15,14 @@ Material::Material(LineOfOrder, int orderId, int productId, const QString &itemN
 {
 }
 
-std::unique_ptr<Material> Material::withOrder(int order)
+std::shared_ptr<Material> Material::withOrder(int order)
 {
-    return std::unique_ptr<Material>(new Material(LineOfOrder{}, order, 0, u"New Item"_s));
+    return std::make_shared<Material>(LineOfOrder{}, order, 0, u"New Item"_s);
 }
 
-std::unique_ptr<Material> Material::withOrderAndProduct(int order, int product)
+std::shared_ptr<Material> Material::withOrderAndProduct(int order, int product)
 {
-    return std::unique_ptr<Material>(new Material(LineOfOrder{}, order, product, u""_s));
+    return std::make_shared<Material>(LineOfOrder{}, order, product, u""_s);
 }
 
 float Material::getQtyasFloat() const

@@ -12,10 +12,10 @@ public:
     // A line with cost and total "0" and the name "New Item".
     Material();
     // A free or time line of an order: name "New Item", cost and total "".
-    static std::unique_ptr<Material> withOrder(int order);
+    static std::shared_ptr<Material> withOrder(int order);
     // A stock line of an order: no name yet (the caller copies the item's),
     // cost and total "".
-    static std::unique_ptr<Material> withOrderAndProduct(int order, int product);
+    static std::shared_ptr<Material> withOrderAndProduct(int order, int product);
 
     // The string setters always replace the text, a null one included.
     const QString &getItem() const { return item; }
@@ -48,8 +48,15 @@ public:
     // contains() is not overridden: a line matches every search.
 
 private:
-    struct LineOfOrder {};
+    // Only the two makers above can name it.
+    struct LineOfOrder {
+        explicit LineOfOrder() = default;
+    };
+
+public:
     Material(LineOfOrder, int orderId, int productId, const QString &itemName);
+
+private:
 
     QString item;
     QString qty;

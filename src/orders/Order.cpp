@@ -66,7 +66,7 @@ void Order::setContact(Contact *newContact)
 {
     // No contact is ignored: the link is changed, never cleared, here.
     if (newContact)
-        contact = newContact;
+        contact = shareOf(newContact);
 }
 
 bool Order::isDate(const QString &columnName)

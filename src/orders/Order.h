@@ -5,6 +5,7 @@
 #include "store/dataObject.h"
 
 #include <QString>
+#include <memory>
 
 class Contact;
 
@@ -18,9 +19,11 @@ public:
     void setBalance(const QString &text) { assignUnlessNull(balance, text); }
     const QString &getBalancePaid() const { return balancePaid; }
     void setBalancePaid(const QString &text) { assignUnlessNull(balancePaid, text); }
-    // The customer, not owned. A null contact is ignored: once linked, the
-    // link can be changed but never cleared through the order.
-    Contact *getContact() const { return contact; }
+    // The customer. The order holds its share of the contact, so it keeps
+    // (shows and writes) its customer even after the contact has left the
+    // contacts list. A null contact is ignored: once linked, the link can be
+    // changed but never cleared through the order.
+    Contact *getContact() const { return contact.get(); }
     void setContact(Contact *newContact);
     const QString &getDate() const { return date; }
     void setDate(const QString &text) { assignUnlessNull(date, text); }
@@ -79,7 +82,7 @@ private:
     QString type;
     QString balance;
     QString balancePaid;
-    Contact *contact = nullptr;
+    std::shared_ptr<Contact> contact;
     QString deposit;
     QString depositPaid;
     QString description;

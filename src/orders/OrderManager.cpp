@@ -222,8 +222,8 @@ void OrderManager::addNewOrderTo(kdDataSource &list)
     if (!creating)
         return;
     creating = false;
-    if (newOrder && newOrder.get() == currentItem)
-        list.add(newOrder.release());
+    if (currentItem)
+        list.add(currentItem);
 }
 
 void OrderManager::create()
@@ -231,15 +231,14 @@ void OrderManager::create()
     if (!quorvel)
         return;
     creating = true;
-    newOrder = std::make_unique<Order>();
-    currentItem = newOrder.get();
+    currentItem = std::make_shared<Order>();
     // Ids come from the one order list, also for a sale of the checkout.
     currentItem->setID(quorvel->getOrderManager()->getNextId());
     PrefsController *prefs = quorvel->getPrefsController();
     currentItem->setOrderNum(prefs->getOrderPrefix() + QString::number(currentItem->getID()));
     currentItem->setDate(u"today"_s);
     currentItem->setTaxRate(platform::format2(prefs->getGlobalTaxRate()));
-    setItem(currentItem);
+    setItem(currentItem.get());
     show();
 }
 
@@ -252,7 +251,7 @@ void OrderManager::edit()
     auto *order = static_cast<Order *>(getnthVisibleItem(row));
     if (!order)
         return;
-    currentItem = order;
+    currentItem = shareOf(order);
     setItem(order);
     show();
 }
@@ -280,7 +279,7 @@ void OrderManager::setItem(Order *order)
     }
     if (!order)
         return;
-    currentItem = order;
+    currentItem = shareOf(order);
 
     // 2. The order's own fields.
     balance->setStringValue(order->getBalance());
@@ -337,7 +336,7 @@ void OrderManager::setItem(Order *order)
 
 void OrderManager::finish(const QObject *sender)
 {
-    Order *order = currentItem;
+    const std::shared_ptr<Order> order = currentItem;
     if (!order)
         return;
     order->setBalance(balance->stringValue());
@@ -462,8 +461,6 @@ void OrderManager::deleteRecord(dataObject *record)
     if (!record)
         return;
     deleteAttachments(record->getID());
-    if (record == currentItem)
-        currentItem = nullptr;
     ListManager::deleteRecord(record);
 }
 
@@ -682,15 +679,15 @@ void OrderManager::deleteAttachments(int orderId)
 // ---------------------------------------------------------------------------
 // Recurring orders
 
-Order *OrderManager::duplicate(Order *source)
+Order *OrderManager::duplicate(Order *order)
 {
-    if (!source)
-        source = currentItem;
+    // Held for the whole copy: the alert at its end lets other work run.
+    const std::shared_ptr<Order> source = order ? shareOf(order) : currentItem;
     if (!source || !quorvel)
         return nullptr;
     PrefsController *prefs = quorvel->getPrefsController();
 
-    auto *copy = new Order;
+    const auto copy = std::make_shared<Order>();
     add(copy);  // takes the next id at once
     copy->setOrderNum(prefs->getOrderPrefix() + QString::number(copy->getID()));
     copy->setDate(u"today"_s);
@@ -718,7 +715,7 @@ Order *OrderManager::duplicate(Order *source)
                        withArguments(localised("%@ '%@' has been duplicated. The number of the new %@ is %@"),
                                      {term, source->getTitle(), term, copy->getOrderNum()}),
                        localised("OK"));
-    return copy;
+    return copy.get();
 }
 
 QList<QPair<Order *, Order *>> OrderManager::checkForOverdueRepeats(const QDateTime &now)

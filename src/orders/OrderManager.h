@@ -104,7 +104,7 @@ public:
     void pickTime();
     void setTime(dataObject *task);
 
-    Order *getCurrentItem() const { return currentItem; }
+    Order *getCurrentItem() const { return currentItem.get(); }
     bool isCreating() const { return creating; }
     Window *getOrderEditorWindow() const { return editorWindow; }
 
@@ -170,12 +170,11 @@ protected:
     // The status pop-up: emptied, then one item per status of the preferences.
     void fillStatusPopUp();
 
-    Order *currentItem = nullptr;
+    // The order in the editor; a new one (creating) is in no list yet.
+    std::shared_ptr<Order> currentItem;
     bool creating = false;
     int numberofAttachments = 0;
 
 private:
-    // The new order while it is not in a collection yet (creating).
-    std::unique_ptr<Order> newOrder;
     std::unique_ptr<RepeatChecker> repeatChecker;
 };

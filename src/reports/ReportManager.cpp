@@ -775,7 +775,7 @@ void ReportManager::doReport(const QString &name, TableView *view)
     for (int r = 0; r < rows.count; ++r) {
         if (!plan.alive.empty() && !plan.alive[size_t(r)])
             continue;
-        auto *row = new ReportItem;
+        const auto row = std::make_shared<ReportItem>();
         for (int c = 1; c <= rows.width; ++c)
             row->addField(rows.at(r, c));
         // A merged quantity keeps the type its first value had.
@@ -937,12 +937,12 @@ void ReportManager::collate(const QString &matchCol, const QString &qtyCol)
 
     // Take every row out from the back (cheap at the end of the collection),
     // then put back the ones that stay, in order, with their ids.
-    std::vector<std::unique_ptr<dataObject>> taken(static_cast<size_t>(count));
+    std::vector<std::shared_ptr<dataObject>> taken(static_cast<size_t>(count));
     for (int k = count - 1; k >= 0; --k)
         taken[size_t(k)] = takeItem(rows[size_t(k)]);
     for (int k = 0; k < count; ++k) {
         if (plan.alive[size_t(k)])
-            add(taken[size_t(k)].release());
+            add(std::move(taken[size_t(k)]));
     }
 }
 

@@ -189,7 +189,7 @@ constexpr int NoContact = INT_MIN;
 struct Parsed {
     bool exists = false;
     ReadStatus status;
-    std::vector<std::unique_ptr<dataObject>> records;
+    std::vector<std::shared_ptr<dataObject>> records;
     std::vector<int> numbers;   // orders: the contact id; lines: the stored id
     std::vector<int> contacts;  // lines: the stored contact id, or NoContact
 };
@@ -252,7 +252,7 @@ private:
 
     void contact()
     {
-        auto record = std::make_unique<Contact>();
+        auto record = std::make_shared<Contact>();
         record->setID(integer(slot[cId]));
         record->setCompany(integer(slot[cCompany]));
         setTexts(*record, ContactTexts);
@@ -261,7 +261,7 @@ private:
 
     void order()
     {
-        auto record = std::make_unique<Order>();
+        auto record = std::make_shared<Order>();
         record->setID(integer(slot[oId]));
         // The contact is linked when the order joins its collection, before
         // anything else sees the order.
@@ -278,7 +278,7 @@ private:
 
     void item()
     {
-        auto record = std::make_unique<Item>();
+        auto record = std::make_shared<Item>();
         record->setID(integer(slot[iId]));
         setTexts(*record, ItemTexts);
         if (isYes(slot[iDecreaseQty]))
@@ -289,7 +289,7 @@ private:
     void material()
     {
         // The id is given after the line has joined its collection.
-        auto record = std::make_unique<Material>();
+        auto record = std::make_shared<Material>();
         out.numbers.push_back(integer(slot[mId]));
         record->setOrder(integer(slot[mOrder]));
         out.contacts.push_back(slot[mContact] ? integer(slot[mContact]) : NoContact);
@@ -300,7 +300,7 @@ private:
 
     void bill()
     {
-        auto record = std::make_unique<Bill>();
+        auto record = std::make_shared<Bill>();
         record->setID(integer(slot[bId]));
         setTexts(*record, BillTexts);
         out.records.push_back(std::move(record));
@@ -308,7 +308,7 @@ private:
 
     void action()
     {
-        auto record = std::make_unique<Action>();
+        auto record = std::make_shared<Action>();
         record->setID(integer(slot[aId]));
         if (isYes(slot[aComplete]))
             record->setComplete(true);
@@ -622,17 +622,17 @@ DatabaseBundle::ReadResult DatabaseBundle::readDatabase()
         }
         kdDataSource &target = collection(file);
         for (size_t n = 0; n < p.records.size(); ++n) {
-            dataObject *record = p.records[n].release();
+            std::shared_ptr<dataObject> record = std::move(p.records[n]);
             if (file == Orders) {
-                auto *order = static_cast<Order *>(record);
+                auto *order = static_cast<Order *>(record.get());
                 if (connectHook)
                     connectHook(p.numbers[n], order);
                 else
                     connectContactById(p.numbers[n], order);
-                target.add(order);
+                target.add(std::move(record));
             } else if (file == Materials) {
-                auto *line = static_cast<Material *>(record);
-                target.add(line);
+                auto *line = static_cast<Material *>(record.get());
+                target.add(std::move(record));
                 line->setID(p.numbers[n]);
                 if (p.contacts[n] != NoContact)
                     line->setContact(p.contacts[n]);
@@ -641,7 +641,7 @@ DatabaseBundle::ReadResult DatabaseBundle::readDatabase()
                 else
                     setContactfor(line);
             } else {
-                target.add(record);
+                target.add(std::move(record));
             }
         }
         p.records.clear();

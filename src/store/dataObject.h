@@ -1,13 +1,22 @@
 #pragma once
 // The base of every record: an id, the visible flag that the collection's
 // filter sets, and the date cached by date sorting.
+//
+// Records are shared: every record is made with std::make_shared, and the
+// collection that lists it and everything that refers to it (an order's
+// contact, an editor's open record, a deleted record kept for undo) hold a
+// std::shared_ptr, so a record lives exactly as long as anything refers to
+// it. Plain pointers are handed out for the moment of a call only (a cell
+// drawn, a field read) and are never kept; whoever keeps a record takes its
+// share with shareOf().
 #include <QDateTime>
 #include <QString>
+#include <memory>
 #include <optional>
 
 class kdDataSource;
 
-class dataObject
+class dataObject : public std::enable_shared_from_this<dataObject>
 {
 public:
     dataObject() = default;
@@ -48,3 +57,16 @@ private:
     kdDataSource *owner = nullptr;
     qsizetype position = -1;
 };
+
+// The share of a record made with std::make_shared, to keep it; none for
+// none. A record made any other way has no share to give (none), which is a
+// fault of the code that made it.
+template <class Record>
+std::shared_ptr<Record> shareOf(Record *record)
+{
+    if (!record)
+        return nullptr;
+    std::shared_ptr<Record> share = std::static_pointer_cast<Record>(record->weak_from_this().lock());
+    Q_ASSERT_X(share, "shareOf", "a record must be made with std::make_shared");
+    return share;
+}

@@ -10,11 +10,17 @@ kdDataSource::kdDataSource() = default;
 
 kdDataSource::~kdDataSource()
 {
-    for (dataObject *record : collection)
-        delete record;
+    // Records that outlive the collection (held by a link or an editor)
+    // must not point back at it.
+    for (const std::shared_ptr<dataObject> &record : collection) {
+        if (record->owner == this) {
+            record->owner = nullptr;
+            record->position = -1;
+        }
+    }
 }
 
-void kdDataSource::add(dataObject *record)
+void kdDataSource::add(std::shared_ptr<dataObject> record)
 {
     if (!record)
         return;
@@ -25,16 +31,33 @@ void kdDataSource::add(dataObject *record)
         ++highestId;
         record->Id = highestId;  // the record is not ours yet: no index to tell
     }
-    record->owner = this;
-    record->position = qsizetype(collection.size());
-    collection.push_back(record);
+    dataObject *added = record.get();
+    added->owner = this;
+    added->position = qsizetype(collection.size());
+    collection.push_back(std::move(record));
+    changed();
 
     // Appending keeps both indexes valid: the new record cannot precede an
     // earlier record with the same id, and it is the last visible row.
-    if (idIndexValid && !idIndex.contains(record->Id))
-        idIndex.insert(record->Id, record);
-    if (visibleIndexValid && record->visible)
-        visibleRows.push_back(int(record->position));
+    if (idIndexValid && !idIndex.contains(added->Id))
+        idIndex.insert(added->Id, added);
+    if (visibleIndexValid && added->visible)
+        visibleRows.push_back(int(added->position));
+}
+
+void kdDataSource::insertItem(std::shared_ptr<dataObject> record, qsizetype position)
+{
+    if (!record || indexOf(record.get()) >= 0)
+        return;
+    const qsizetype at = std::clamp(position, qsizetype(0), qsizetype(collection.size()));
+    if (record->Id > highestId)
+        highestId = record->Id;
+    record->owner = this;
+    collection.insert(collection.begin() + at, std::move(record));
+    renumberFrom(at);
+    changed();
+    idIndexValid = false;
+    visibleIndexValid = false;
 }
 
 int kdDataSource::getNextId()
@@ -44,33 +67,49 @@ int kdDataSource::getNextId()
 
 void kdDataSource::clear()
 {
-    for (dataObject *record : collection)
-        delete record;
+    for (const std::shared_ptr<dataObject> &record : collection) {
+        if (record->owner == this) {
+            record->owner = nullptr;
+            record->position = -1;
+        }
+    }
     collection.clear();
     highestId = 0;
+    changed();
     idIndex.clear();
     idIndexValid = true;
     visibleRows.clear();
     visibleIndexValid = true;
 }
 
-std::unique_ptr<dataObject> kdDataSource::takeItem(dataObject *record)
+std::shared_ptr<dataObject> kdDataSource::takeItem(dataObject *record)
 {
     const qsizetype at = indexOf(record);
     if (at < 0)
         return nullptr;
+    std::shared_ptr<dataObject> taken = std::move(collection[size_t(at)]);
     collection.erase(collection.begin() + at);
-    record->owner = nullptr;
-    record->position = -1;
+    if (taken->owner == this) {
+        taken->owner = nullptr;
+        taken->position = -1;
+        // A record listed twice (a bill finished again after a cancelled
+        // new one) stays ours at its other place.
+        const auto other = std::find(collection.begin(), collection.end(), taken);
+        if (other != collection.end()) {
+            taken->owner = this;
+            taken->position = qsizetype(other - collection.begin());
+        }
+    }
     renumberFrom(at);
+    changed();
     idIndexValid = false;
     visibleIndexValid = false;
-    return std::unique_ptr<dataObject>(record);
+    return taken;
 }
 
 void kdDataSource::deleteItem(dataObject *record)
 {
-    takeItem(record);  // the unique_ptr deletes it
+    takeItem(record);  // whoever else holds the record keeps it
 }
 
 qsizetype kdDataSource::indexOf(const dataObject *record) const
@@ -78,10 +117,11 @@ qsizetype kdDataSource::indexOf(const dataObject *record) const
     if (!record)
         return -1;
     if (record->owner == this && record->position >= 0 && record->position < qsizetype(collection.size())
-        && collection[size_t(record->position)] == record)
+        && collection[size_t(record->position)].get() == record)
         return record->position;
     // A record that belongs to another collection as well: look for it.
-    const auto found = std::find(collection.begin(), collection.end(), record);
+    const auto found = std::find_if(collection.begin(), collection.end(),
+                                    [record](const std::shared_ptr<dataObject> &held) { return held.get() == record; });
     return found == collection.end() ? -1 : qsizetype(found - collection.begin());
 }
 
@@ -103,12 +143,12 @@ dataObject *kdDataSource::getnthItem(int n) const
     // Compared unsigned: a negative position is out of range too.
     if (unsigned(n) >= collection.size())
         return nullptr;
-    return collection[size_t(n)];
+    return collection[size_t(n)].get();
 }
 
 dataObject *kdDataSource::getFirstItem() const
 {
-    return collection.empty() ? nullptr : collection.front();
+    return collection.empty() ? nullptr : collection.front().get();
 }
 
 dataObject *kdDataSource::getNextItem(const dataObject *record) const
@@ -116,7 +156,7 @@ dataObject *kdDataSource::getNextItem(const dataObject *record) const
     const qsizetype at = indexOf(record);
     if (at < 0 || size_t(at) + 1 >= collection.size())
         return nullptr;
-    return collection[size_t(at) + 1];
+    return collection[size_t(at) + 1].get();
 }
 
 void kdDataSource::ensureIdIndex() const
@@ -125,9 +165,9 @@ void kdDataSource::ensureIdIndex() const
         return;
     idIndex.clear();
     idIndex.reserve(qsizetype(collection.size()));
-    for (dataObject *record : collection) {
+    for (const std::shared_ptr<dataObject> &record : collection) {
         if (!idIndex.contains(record->Id))
-            idIndex.insert(record->Id, record);
+            idIndex.insert(record->Id, record.get());
     }
     idIndexValid = true;
 }
@@ -157,7 +197,7 @@ dataObject *kdDataSource::getnthVisibleItem(int n) const
         // counter starts at -1 and is compared before any visible record
         // has been counted. Callers never ask for it; kept as it always was.
         if (!collection.empty() && !collection.front()->visible)
-            return collection.front();
+            return collection.front().get();
         return nullptr;
     }
     if (n < 0)
@@ -165,7 +205,7 @@ dataObject *kdDataSource::getnthVisibleItem(int n) const
     ensureVisibleIndex();
     if (size_t(n) >= visibleRows.size())
         return nullptr;
-    return collection[size_t(visibleRows[size_t(n)])];
+    return collection[size_t(visibleRows[size_t(n)])].get();
 }
 
 dataObject *kdDataSource::getSelectedItem() const
@@ -196,11 +236,11 @@ void kdDataSource::filterBy(const std::function<bool(const dataObject &)> &isVis
     const size_t count = collection.size();
     for (size_t i = 0; i < count; ++i) {
         if (i + ahead < count) {
-            const char *next = reinterpret_cast<const char *>(collection[i + ahead]);
+            const char *next = reinterpret_cast<const char *>(collection[i + ahead].get());
             for (int line = 0; line < linesPerRecord; ++line)
                 __builtin_prefetch(next + line * 64);
         }
-        dataObject *record = collection[i];
+        dataObject *record = collection[i].get();
         record->visible = isVisible(*record);
     }
     visibleIndexValid = false;
@@ -217,6 +257,7 @@ void kdDataSource::swop(dataObject *a, dataObject *b)
         a->position = bt;
     if (b->owner == this)
         b->position = at;
+    changed();
     idIndexValid = false;
     visibleIndexValid = false;
 }
@@ -236,7 +277,7 @@ void kdDataSource::sortByColumn(const QString &field, bool ascending, int option
         return;
     const QString key = field == QLatin1String("name") ? QStringLiteral("surname") : field;
 
-    std::vector<dataObject *> sorted(collection);
+    std::vector<std::shared_ptr<dataObject>> sorted(count);
     if (options == 0 || options == 1) {
         std::vector<QString> folded(count);
         for (size_t i = 0; i < count; ++i)
@@ -252,7 +293,7 @@ void kdDataSource::sortByColumn(const QString &field, bool ascending, int option
                 return QStringView(folded[l]).compare(QStringView(folded[r])) < 0;
             });
         for (size_t i = 0; i < count; ++i)
-            sorted[i] = collection[order[i]];
+            sorted[i] = std::move(collection[order[i]]);
     } else if (options == 2) {
         static const QString dayFirst = QStringLiteral("%d/%m/%y");
         // Every record takes part in at least one comparison, so each
@@ -260,7 +301,7 @@ void kdDataSource::sortByColumn(const QString &field, bool ascending, int option
         std::vector<qint64> when(count);
         std::vector<bool> dated(count);
         for (size_t i = 0; i < count; ++i) {
-            dataObject *record = collection[i];
+            dataObject *record = collection[i].get();
             if (!record->getNSDate()) {
                 if (auto parsed = platform::parseDate(record->getFieldByName(key), dayFirst))
                     record->setNSDate(parsed);
@@ -274,6 +315,7 @@ void kdDataSource::sortByColumn(const QString &field, bool ascending, int option
         size_t i = 0;
         while (i < count) {
             if (!dated[i]) {
+                sorted[i] = std::move(collection[i]);
                 ++i;
                 continue;
             }
@@ -286,7 +328,7 @@ void kdDataSource::sortByColumn(const QString &field, bool ascending, int option
             else
                 std::stable_sort(run.begin(), run.end(), [&](size_t l, size_t r) { return when[l] < when[r]; });
             for (size_t k = 0; k < run.size(); ++k)
-                sorted[start + k] = collection[run[k]];
+                sorted[start + k] = std::move(collection[run[k]]);
         }
     } else {
         return;  // no other option ever exchanges anything
@@ -294,6 +336,7 @@ void kdDataSource::sortByColumn(const QString &field, bool ascending, int option
 
     collection.swap(sorted);
     renumberFrom(0);
+    changed();
     idIndexValid = false;
     visibleIndexValid = false;
 }

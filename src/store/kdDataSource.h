@@ -3,6 +3,16 @@
 // collection of records it owns, id allocation, the mapping from table rows
 // to visible records, lookup by id, sorting and export.
 //
+// Record lifetime, one rule for the whole program: records are shared. The
+// collection holds a std::shared_ptr to each of its records, and so does
+// everything else that keeps a record beyond the moment of a call: an
+// order's contact, an editor's open record, the sale of the checkout, a
+// deleted record waiting to be undone. A record lives as long as anything
+// refers to it, as the files expect (an order keeps, shows and writes its
+// contact after the contact has left the contacts list). Removing a record
+// from a collection never frees it by hand; the plain pointers the lookups
+// answer are for the moment of a call and are never kept.
+//
 // Lookups by id, by position and by visible row use indexes kept in step
 // with the collection (rebuilt lazily after a change), so none of them scans
 // the collection; sorting is a stable O(n log n) sort that gives exactly the
@@ -26,18 +36,28 @@ public:
     kdDataSource(const kdDataSource &) = delete;
     kdDataSource &operator=(const kdDataSource &) = delete;
 
-    // Takes ownership and appends. A non-zero id raises highestId when it is
+    // Appends the record, which the collection then holds (records are
+    // shared: see dataObject). A non-zero id raises highestId when it is
     // greater; an id of 0 takes the next id.
-    void add(dataObject *record);
+    void add(std::shared_ptr<dataObject> record);
+    // Puts a record back at that position (clamped to the collection),
+    // keeping its id: how an undone deletion returns a record to its place.
+    // highestId rises to the id when it is greater.
+    void insertItem(std::shared_ptr<dataObject> record, qsizetype position);
     // Consumes and answers the next id.
     int getNextId();
     int getHighestId() const { return highestId; }
     // Drops every record and restarts ids at 0.
     void clear();
-    // Removes (and deletes) that very record; nothing when it is not here.
+    // Removes that very record from the collection; nothing when it is not
+    // here. The record itself lives on while anything else holds it.
     void deleteItem(dataObject *record);
-    // Removes the record without deleting it and hands ownership back.
-    std::unique_ptr<dataObject> takeItem(dataObject *record);
+    // Removes the record and answers the collection's share of it (none
+    // when it is not here).
+    std::shared_ptr<dataObject> takeItem(dataObject *record);
+    // Counts every change of the collection's membership or order, so that
+    // whoever keeps rows of its own knows when to build them again.
+    quint64 getGeneration() const { return generation; }
 
     virtual int getCount() const;
     virtual dataObject *getnthItem(int n) const;
@@ -83,7 +103,7 @@ public:
 
 protected:
     // The records in collection order; subclasses may read it directly.
-    const std::vector<dataObject *> &records() const { return collection; }
+    const std::vector<std::shared_ptr<dataObject>> &records() const { return collection; }
 
 private:
     void renumberFrom(qsizetype first);
@@ -91,8 +111,11 @@ private:
     void ensureVisibleIndex() const;
 
     TableView *tableView = nullptr;
-    std::vector<dataObject *> collection;
+    void changed() { ++generation; }
+
+    std::vector<std::shared_ptr<dataObject>> collection;
     int highestId = 0;
+    quint64 generation = 0;
 
     mutable QHash<int, dataObject *> idIndex;   // id -> first record with that id
     mutable bool idIndexValid = true;

@@ -62,8 +62,8 @@ QString ActionManager::userDateFormat() const
 void ActionManager::create()
 {
     creating = true;
-    newAction = std::make_unique<Action>();
-    setItem(newAction.get());
+    currentItem = std::make_shared<Action>();
+    setItem(currentItem.get());
     show();
 }
 
@@ -84,7 +84,7 @@ void ActionManager::setItem(Action *action)
 {
     if (!action)
         return;
-    currentItem = action;
+    currentItem = shareOf(action);
     // The dates are read and shown in the user's date order of the moment.
     startDate->setDateFormat(userDateFormat());
     endDate->setDateFormat(userDateFormat());
@@ -105,7 +105,7 @@ void ActionManager::setItem(Action *action)
 
 void ActionManager::finish()
 {
-    Action *action = currentItem;
+    const std::shared_ptr<Action> action = currentItem;
     if (!action)
         return;
     action->setAlarm(alarmButton->state());
@@ -121,8 +121,8 @@ void ActionManager::finish()
     action->setTotalTimeUnits(totalTimeUnits->titleOfSelectedItem());
     action->setTotalCharge(totalCharge->stringValue());
 
-    if (creating && newAction) {
-        add(newAction.release());
+    if (creating) {
+        add(action);
         creating = false;
     }
 
@@ -259,7 +259,8 @@ int ActionManager::checkForOverdueActions(const QDateTime &now)
     int rung = 0;
     const int count = getCount();
     for (int i = 0; i < count && i < getCount(); ++i) {
-        auto *action = static_cast<Action *>(getnthItem(i));
+        // Held for the time of the alert, in which the task may be deleted.
+        const std::shared_ptr<Action> action = shareOf(static_cast<Action *>(getnthItem(i)));
         if (!action || !action->isAlarm() || action->isAlarmAcknowledged())
             continue;
         const std::optional<QDateTime> end = endMomentOf(*action);
@@ -269,7 +270,7 @@ int ActionManager::checkForOverdueActions(const QDateTime &now)
         Q_EMIT alarmRaised(taskTitle);
         platform::runAlert(localised("Alarm"), taskTitle, localised("OK"));
         // The task may have been deleted while the alert was up.
-        if (indexOf(action) < 0)
+        if (indexOf(action.get()) < 0)
             continue;
         action->setAlarmAcknowledged(true);
         platform::log(u"acknowledged"_s);

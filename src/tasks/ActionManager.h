@@ -69,7 +69,7 @@ public:
     // date or time cannot be read.
     std::optional<QDateTime> endMomentOf(const Action &action) const;
 
-    Action *getCurrentItem() const { return currentItem; }
+    Action *getCurrentItem() const { return currentItem.get(); }
     bool isCreating() const { return creating; }
 
     // Outlets of the editor.
@@ -103,9 +103,8 @@ private:
     // format; none when either cannot be read.
     static std::optional<QDateTime> momentFrom(const TextField *date, const TextField *time);
 
-    Action *currentItem = nullptr;
+    // The task in the editor (a new one is listed when it is finished).
+    std::shared_ptr<Action> currentItem;
     bool creating = false;
-    // The new task while it is not in the collection yet (creating).
-    std::unique_ptr<Action> newAction;
     std::unique_ptr<AlarmWatch> alarmWatch;
 };

@@ -35,17 +35,17 @@ std::unique_ptr<Quorvel> accounts()
 
 Bill *addBill(BillManager &bills, const QString &payee, const QString &paid, const QString &amount)
 {
-    auto *bill = new Bill;
+    auto bill = std::make_shared<Bill>();
     bill->setName(payee);
     bill->setDatePaid(paid);
     bill->setAmount(amount);
     bills.add(bill);
-    return bill;
+    return bill.get();
 }
 
 void addOrder(Quorvel &quorvel, const QString &title, const QString &depositPaid, const QString &balancePaid)
 {
-    auto *order = new Order;
+    auto order = std::make_shared<Order>();
     order->setTitle(title);
     order->setDeposit(QStringLiteral("10"));
     order->setDepositPaid(depositPaid);

@@ -14,9 +14,9 @@ using testlib::TestEnvironment;
 
 namespace {
 
-Contact *contact(const QString &name, const QString &add1, int id = 0)
+std::shared_ptr<Contact> contact(const QString &name, const QString &add1, int id = 0)
 {
-    auto *record = new Contact;
+    auto record = std::make_shared<Contact>();
     record->setName(name);
     record->setAdd1(add1);
     record->setID(id);
@@ -149,7 +149,7 @@ private Q_SLOTS:
     {
         Caller caller;
         caller.contacts.add(contact(QStringLiteral("Zoe Young"), QStringLiteral("2 Low Rd"), 5));
-        auto *hidden = contact(QStringLiteral("Al Brown"), QStringLiteral("3 Mill Ln"), 2);
+        auto hidden = contact(QStringLiteral("Al Brown"), QStringLiteral("3 Mill Ln"), 2);
         hidden->setVisible(false);  // filtered out in the caller's list: still offered
         caller.contacts.add(hidden);
         Picker picker;

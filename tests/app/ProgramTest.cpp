@@ -132,7 +132,7 @@ private Q_SLOTS:
 
         // Three orders; a search narrows the list, and one is deleted from the keyboard.
         for (const auto &[number, title] : {std::pair{"INV1", "Kitchen"}, {"INV2", "Kitchen sink"}, {"JOB3", "Garden"}}) {
-            auto *order = new Order;
+            auto order = std::make_shared<Order>();
             order->setOrderNum(QLatin1String(number));
             order->setTitle(QLatin1String(title));
             quorvel.getOrderManager()->add(order);

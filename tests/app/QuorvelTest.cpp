@@ -47,19 +47,19 @@ void storeModules(const QString &time, const QString &data, const QString &accou
 
 Contact *addContact(Quorvel &quorvel, const QString &name)
 {
-    auto *contact = new Contact;
+    auto contact = std::make_shared<Contact>();
     contact->setName(name);
     quorvel.getContactManager()->add(contact);
-    return contact;
+    return contact.get();
 }
 
 Order *addOrder(Quorvel &quorvel, const QString &number, Contact *contact = nullptr)
 {
-    auto *order = new Order;
+    auto order = std::make_shared<Order>();
     order->setOrderNum(number);
     order->setContact(contact);
     quorvel.getOrderManager()->add(order);
-    return order;
+    return order.get();
 }
 
 // Makes the main window key with the given tab (and accounts sub-tab) shown.
@@ -258,8 +258,8 @@ private Q_SLOTS:
             {QStringLiteral("materials"), quorvel.getBOMManager()},
             {QStringLiteral("reports"), quorvel.getReportManager()}};
         kdDataSource *manager = managers.value(list);
-        manager->add(new dataObject);
-        manager->add(new dataObject);
+        manager->add(std::make_shared<dataObject>());
+        manager->add(std::make_shared<dataObject>());
         manager->getTableView()->selectRow(1);
         quorvel.mainWindow->makeKeyAndOrderFront();
         quorvel.mainWindow->widgetFocusChanged(manager->getTableView());

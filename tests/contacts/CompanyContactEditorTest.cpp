@@ -16,7 +16,7 @@ namespace {
 
 Contact *addCompany(ContactManager &contacts, int id, const QString &name, const QString &add1, const QString &phone)
 {
-    auto *company = new Contact;
+    auto company = std::make_shared<Contact>();
     company->setID(id);
     company->makeCompany();
     company->setName(name);
@@ -24,7 +24,7 @@ Contact *addCompany(ContactManager &contacts, int id, const QString &name, const
     company->setPostcode(add1 + QStringLiteral(" PC"));
     company->setPhone(phone);
     contacts.add(company);
-    return company;
+    return company.get();
 }
 
 // Acme (1), Bolt (5), a second Acme (8), and Dee of Bolt with her own
@@ -34,7 +34,7 @@ Contact *fill(ContactManager &contacts)
     addCompany(contacts, 1, QStringLiteral("Acme"), QStringLiteral("1 Acme Rd"), QStringLiteral("0101"));
     addCompany(contacts, 5, QStringLiteral("Bolt"), QStringLiteral("5 Bolt St"), QStringLiteral("0505"));
     addCompany(contacts, 8, QStringLiteral("Acme"), QStringLiteral("8 Other Rd"), QStringLiteral("0808"));
-    auto *dee = new Contact;
+    auto dee = std::make_shared<Contact>();
     dee->setID(6);
     dee->setKind(QStringLiteral("Company Contact"));
     dee->setCompany(5);
@@ -45,7 +45,7 @@ Contact *fill(ContactManager &contacts)
     dee->setWebsite(QStringLiteral("dee.example"));
     dee->setType(QStringLiteral("Customer"));
     contacts.add(dee);
-    return dee;
+    return dee.get();
 }
 
 }  // namespace

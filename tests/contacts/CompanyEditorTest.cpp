@@ -53,14 +53,14 @@ private Q_SLOTS:
         QFETCH(QString, field);
         QFETCH(bool, stored);
         Quorvel quorvel;
-        auto *acme = new Contact;
+        auto acme = std::make_shared<Contact>();
         acme->makeCompany();
         acme->setTitle(QStringLiteral("Mr"));
         quorvel.getContactManager()->add(acme);
         CompanyEditor &editor = *quorvel.getCompanyEditor();
         editor.type->addItems({QStringLiteral("Customer"), QStringLiteral("Supplier"), QStringLiteral("")});
         editor.title->addItems({QStringLiteral("Mr"), QStringLiteral("Dr")});
-        editor.edit(acme);
+        editor.edit(acme.get());
         const QHash<QString, TextField *> fields{{"name", editor.name}, {"add3", editor.add3}, {"phone", editor.phone},
                                                  {"website", editor.website}, {"mobile", editor.mobile}};
         const QString name = field == QLatin1String("no type") ? QStringLiteral("type") : field;
@@ -93,7 +93,7 @@ private Q_SLOTS:
         Quorvel quorvel;
         ContactManager &contacts = *quorvel.getContactManager();
         const auto add = [&](int id, const char *name, const char *kind, int company) {
-            auto *contact = new Contact;
+            auto contact = std::make_shared<Contact>();
             contact->setID(id);
             contact->setName(QString::fromUtf8(name));
             contact->setKind(QString::fromUtf8(kind));
@@ -103,11 +103,11 @@ private Q_SLOTS:
             return contact;
         };
         add(2, "Bob Hill", "Company Contact", 1);
-        Contact *acme = add(1, "Acme", "Company", 0);
+        const std::shared_ptr<Contact> acme = add(1, "Acme", "Company", 0);
         add(3, "Cy Dunn", "Company Contact", 4);
         add(5, "Cat Ray", "Company Contact", 1);
         CompanyEditor &editor = *quorvel.getCompanyEditor();
-        editor.edit(acme);
+        editor.edit(acme.get());
         QCOMPARE(editor.tableView, contacts.getTableView());
         TableView &people = *editor.tableView;
         QCOMPARE(people.dataSource()->numberOfRowsInTableView(), 2);

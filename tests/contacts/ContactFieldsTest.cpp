@@ -19,7 +19,7 @@ namespace {
 
 Contact *addContact(ContactManager &contacts, int id, const QString &name, const QString &kind, int company = 0)
 {
-    auto *contact = new Contact;
+    auto contact = std::make_shared<Contact>();
     contact->setID(id);
     contact->setName(name);
     contact->setKind(kind);
@@ -31,7 +31,7 @@ Contact *addContact(ContactManager &contacts, int id, const QString &name, const
     contact->setPostcode(QStringLiteral("AB") + QString::number(id));
     contact->setPhone(QStringLiteral("0100 ") + QString::number(id));
     contacts.add(contact);
-    return contact;
+    return contact.get();
 }
 
 // The editor that shows contacts of that kind.

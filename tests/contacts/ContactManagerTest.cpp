@@ -27,14 +27,14 @@ namespace {
 Contact *addContact(ContactManager &contacts, int id, const QString &name, const QString &kind,
                     const QString &type = QStringLiteral("Customer"), int company = 0)
 {
-    auto *contact = new Contact;
+    auto contact = std::make_shared<Contact>();
     contact->setID(id);
     contact->setName(name);
     contact->setKind(kind);
     contact->setType(type);
     contact->setCompany(company);
     contacts.add(contact);
-    return contact;
+    return contact.get();
 }
 
 // Acme (1) with Bob and Cat, Ann on her own, Zed of a deleted company 9,
@@ -332,7 +332,7 @@ private Q_SLOTS:
         Contact *ann = addContact(contacts, 1, QStringLiteral("Ann Lee"), QStringLiteral("Individual"));
         Contact *cy = addContact(contacts, 2, QStringLiteral("Cy Dunn"), QStringLiteral("Individual"));
         for (const auto &[who, value] : {std::pair{ann, "120.00"}, {ann, "50.50"}, {cy, "9.00"}}) {
-            auto *order = new Order;
+            auto order = std::make_shared<Order>();
             order->setContact(who);
             order->setValueWithTax(QString::fromUtf8(value));
             quorvel.getOrderManager()->add(order);

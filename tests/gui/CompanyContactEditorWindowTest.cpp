@@ -39,13 +39,13 @@ struct Program : testlib::FormDriver {
 
     Contact *add(const QString &kind, const QString &name, const QString &add1, const QString &phone)
     {
-        auto *contact = new Contact;
+        auto contact = std::make_shared<Contact>();
         contact->setKind(kind);
         contact->setName(name);
         contact->setAdd1(add1);
         contact->setPhone(phone);
         contacts.add(contact);
-        return contact;
+        return contact.get();
     }
 
     CompanyContactEditorWindow *window() const { return windows.companyContactEditorWindow(); }
@@ -131,11 +131,11 @@ private Q_SLOTS:
         QFETCH(bool, fromTheCompany);
         Program program;
         program.quorvel.getReportManager()->populateFilter();  // installs the report definitions
-        auto *order = new Order;
+        auto order = std::make_shared<Order>();
         order->setTitle(QStringLiteral("Shelving"));
         order->setContact(program.ann);
         program.quorvel.getOrderManager()->add(order);
-        auto *someoneElse = new Order;
+        auto someoneElse = std::make_shared<Order>();
         someoneElse->setTitle(QStringLiteral("Lamps"));
         someoneElse->setContact(program.acme);
         program.quorvel.getOrderManager()->add(someoneElse);

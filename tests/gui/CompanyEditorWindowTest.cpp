@@ -34,12 +34,12 @@ struct Program : testlib::FormDriver {
 
     Contact *add(const QString &kind, const QString &name, int company = 0)
     {
-        auto *contact = new Contact;
+        auto contact = std::make_shared<Contact>();
         contact->setKind(kind);
         contact->setName(name);
         contact->setCompany(company);
         contacts.add(contact);
-        return contact;
+        return contact.get();
     }
     // Opens the company in its editor, as a double click in the list does.
     bool open(Contact *company)

@@ -16,9 +16,9 @@ using testlib::TestEnvironment;
 
 namespace {
 
-Contact *newContact(const char *name, const char *kind, int company = 0)
+std::shared_ptr<Contact> newContact(const char *name, const char *kind, int company = 0)
 {
-    auto *contact = new Contact;
+    auto contact = std::make_shared<Contact>();
     contact->setName(QString::fromLatin1(name));
     contact->setKind(QString::fromLatin1(kind));
     contact->setCompany(company);
@@ -65,7 +65,7 @@ private Q_SLOTS:
     {
         quorvel = std::make_unique<Quorvel>();
         contacts = quorvel->getContactManager();
-        Contact *acme = newContact("Acme Ltd", "Company");
+        const std::shared_ptr<Contact> acme = newContact("Acme Ltd", "Company");
         contacts->add(acme);
         contacts->add(newContact("Ann Lee", "Individual"));
         contacts->add(newContact("Bea Cole", "Company Contact", acme->getID()));

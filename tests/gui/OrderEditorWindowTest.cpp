@@ -187,9 +187,9 @@ private Q_SLOTS:
         editor.orders.create();
         const int id = editor.orders.getCurrentItem()->getID();
         for (const auto &[order, name] : {std::pair{id, "Post"}, std::pair{id + 50, "Gate"}, std::pair{id, "Rail"}}) {
-            std::unique_ptr<Material> line = Material::withOrder(order);
+            const std::shared_ptr<Material> line = Material::withOrder(order);
             line->setItem(QString::fromLatin1(name));
-            bom.add(line.release());
+            bom.add(line);
         }
         editor.quorvel.setCurrentOrder(id);
         QVERIFY(QTest::qWaitForWindowExposed(&editor.window));

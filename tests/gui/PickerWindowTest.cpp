@@ -14,7 +14,7 @@ namespace {
 
 void addContact(kdDataSource &contacts, const QString &name, const QString &add1, int id)
 {
-    auto *record = new Contact;
+    auto record = std::make_shared<Contact>();
     record->setName(name);
     record->setAdd1(add1);
     record->setID(id);

@@ -90,7 +90,7 @@ private Q_SLOTS:
     void shouldToggleDoneWithSpaceAndAskBeforeDeletingWithBackspace()
     {
         Program program;
-        auto *task = new Action;
+        auto task = std::make_shared<Action>();
         task->setTitle(QStringLiteral("Paint door"));
         program.actions.add(task);
         program.actions.reloadData();

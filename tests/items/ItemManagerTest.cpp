@@ -3,6 +3,7 @@
 // entry after a cancelled new item, the in-stock filter, pictures and the
 // supplier list.
 #include "TestEnvironment.h"
+#include "DatabaseFiles.h"
 #include "TestMain.h"
 
 #include "app/Picker.h"
@@ -24,21 +25,21 @@ namespace {
 
 Item *addItem(ItemManager &items, int id, const QString &name, const QString &qty)
 {
-    auto *item = new Item;
+    auto item = std::make_shared<Item>();
     item->setID(id);
     item->setItem(name);
     item->setQty(qty);
     items.add(item);
-    return item;
+    return item.get();
 }
 
 Contact *addContact(Quorvel &quorvel, const QString &name, const QString &type)
 {
-    auto *contact = new Contact;
+    auto contact = std::make_shared<Contact>();
     contact->setName(name);
     contact->setType(type);
     quorvel.getContactManager()->add(contact);
-    return contact;
+    return contact.get();
 }
 
 QStringList column(const ItemManager &items, const char *field)
@@ -242,9 +243,11 @@ private Q_SLOTS:
         items.cancel();
         TestEnvironment::current().scriptAlertAnswers({1});
         items.deleteKey();
+        // The editor still holds the deleted item: finishing it (as "New
+        // Similar" does) neither lists it again nor writes it.
         items.createSimilar();
         QCOMPARE(items.getCount(), 0);
-        QVERIFY(!items.editorWindow->isVisible());
+        QVERIFY(!testlib::readFile(platform::paths::bundleFile(QStringLiteral("items.xml"))).contains("Bolt"));
     }
 
     void shouldOfferOnlySuppliersAndPutTheChosenNameInTheEditor()

@@ -25,16 +25,16 @@ namespace {
 
 Material *addLine(BOMManager &bom, int order, const QString &name, const QString &total = QStringLiteral("0"))
 {
-    auto *line = Material::withOrder(order).release();
+    const std::shared_ptr<Material> line = Material::withOrder(order);
     line->setItem(name);
     line->setTotal(total);
     bom.add(line);
-    return line;
+    return line.get();
 }
 
 Item *addItem(Quorvel &quorvel, const QString &qty, bool decrease, const QString &warnlevel = QStringLiteral("0"))
 {
-    auto *item = new Item;
+    auto item = std::make_shared<Item>();
     item->setItem(QStringLiteral("Widget"));
     item->setCode(QStringLiteral("W-1"));
     item->setPrice(QStringLiteral("2.5"));
@@ -42,7 +42,7 @@ Item *addItem(Quorvel &quorvel, const QString &qty, bool decrease, const QString
     item->setDecreaseQty(decrease);
     item->setWarnlevel(warnlevel);
     quorvel.getItemManager()->add(item);
-    return item;
+    return item.get();
 }
 
 QStringList column(const BOMManager &bom, const char *columnId)
@@ -90,10 +90,10 @@ private Q_SLOTS:
     void shouldAddAStockLineForOneAtThePriceWithTheOrdersContact()
     {
         Quorvel quorvel;
-        auto *contact = new Contact;
+        auto contact = std::make_shared<Contact>();
         quorvel.getContactManager()->add(contact);
-        auto *order = new Order;
-        order->setContact(contact);
+        auto order = std::make_shared<Order>();
+        order->setContact(contact.get());
         quorvel.getOrderManager()->add(order);
         Item *item = addItem(quorvel, "10", true);
         quorvel.setCurrentOrder(order->getID());

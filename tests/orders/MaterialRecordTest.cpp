@@ -26,13 +26,13 @@ const testlib::RecordFieldTable<Material> materialFields{
     },
 };
 
-std::unique_ptr<Material> makeLine(const QString &how)
+std::shared_ptr<Material> makeLine(const QString &how)
 {
     if (how == QLatin1String("withOrder"))
         return Material::withOrder(12);
     if (how == QLatin1String("withOrderAndProduct"))
         return Material::withOrderAndProduct(12, 5);
-    return std::make_unique<Material>();
+    return std::make_shared<Material>();
 }
 
 }  // namespace
@@ -62,7 +62,7 @@ private slots:
         QFETCH(QString, total);
         QFETCH(int, order);
         QFETCH(int, product);
-        const std::unique_ptr<Material> line = makeLine(how);
+        const std::shared_ptr<Material> line = makeLine(how);
         QCOMPARE(line->getItem(), item);
         QCOMPARE(line->getQty(), QStringLiteral("1"));
         QCOMPARE(line->getCost(), cost);
@@ -147,7 +147,7 @@ private slots:
     {
         QFETCH(QString, name);
         QFETCH(QString, expected);
-        const std::unique_ptr<Material> line = Material::withOrderAndProduct(12, 5);
+        const std::shared_ptr<Material> line = Material::withOrderAndProduct(12, 5);
         line->setItem(QStringLiteral("Hinge"));
         line->setQty(QStringLiteral("4"));
         line->setCost(QStringLiteral("1.20"));
@@ -187,7 +187,7 @@ private slots:
         QFETCH(QString, value);
         QFETCH(QString, field);
         QFETCH(QString, expected);
-        const std::unique_ptr<Material> line = Material::withOrderAndProduct(3, 4);
+        const std::shared_ptr<Material> line = Material::withOrderAndProduct(3, 4);
         line->setContact(2);
         line->setID(1);
         materialFields.expectSetByNameChangesOnly(*line, name, value, field, expected);

@@ -44,7 +44,7 @@ struct Editor {
         manager.attachmentText->setConnected(true);
         manager.attachmentButton->setConnected(true);
         manager.myImageView->setConnected(true);
-        auto *order = new Order;
+        auto order = std::make_shared<Order>();
         order->setID(7);
         order->setTaxRate(QStringLiteral("20.00"));
         manager.add(order);

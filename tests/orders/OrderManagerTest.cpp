@@ -25,21 +25,21 @@ namespace {
 Order *addOrder(Quorvel &quorvel, const QString &title, const QString &status = QStringLiteral("Enquiry"),
                 Contact *contact = nullptr)
 {
-    auto *order = new Order;
+    auto order = std::make_shared<Order>();
     order->setTitle(title);
     order->setStatus(status);
     order->setContact(contact);
     order->setTaxRate(QStringLiteral("20.00"));  // the default global rate: opening asks nothing
     quorvel.getOrderManager()->add(order);
-    return order;
+    return order.get();
 }
 
 Contact *addContact(Quorvel &quorvel, const QString &name)
 {
-    auto *contact = new Contact;
+    auto contact = std::make_shared<Contact>();
     contact->setName(name);
     quorvel.getContactManager()->add(contact);
-    return contact;
+    return contact.get();
 }
 
 void openOrder(OrderManager &manager, const Order *order)
@@ -65,7 +65,7 @@ private Q_SLOTS:
         Quorvel quorvel;
         quorvel.getPrefsController()->taxRate->setStringValue(QStringLiteral("17.5"));
         OrderManager &manager = *quorvel.getOrderManager();
-        auto *saved = new Order;  // as read from the file, with its id
+        auto saved = std::make_shared<Order>();  // as read from the file, with its id
         saved->setID(11);
         manager.add(saved);
 
@@ -188,7 +188,7 @@ private Q_SLOTS:
         Quorvel quorvel;
         OrderManager &manager = *quorvel.getOrderManager();
         Order *order = addOrder(quorvel, QStringLiteral("Shed"));
-        quorvel.getBOMManager()->add(Material::withOrder(order->getID()).release());
+        quorvel.getBOMManager()->add(Material::withOrder(order->getID()));
         const QString folder = OrderManager::attachmentFolder(order->getID());
         QVERIFY(QDir().mkpath(folder + QStringLiteral("/plans")));
         manager.table->selectRow(0);

@@ -207,11 +207,11 @@ private slots:
     {
         QFETCH(QString, name);
         QFETCH(QString, expected);
-        Contact contact;
-        fillContact(contact);
+        const auto contact = std::make_shared<Contact>();
+        fillContact(*contact);
         Order order;
         fillOrder(order);
-        order.setContact(&contact);
+        order.setContact(contact.get());
         QCOMPARE(order.getFieldByName(name), expected);
 
         // The same names answer nothing while no contact is linked.
@@ -319,17 +319,17 @@ private slots:
 
     void shouldChangeButNeverClearTheContact()
     {
-        Contact first;
-        Contact second;
+        const auto first = std::make_shared<Contact>();
+        const auto second = std::make_shared<Contact>();
         Order order;
         order.setContact(nullptr);
         QCOMPARE(order.getContact(), nullptr);
-        order.setContact(&first);
-        QCOMPARE(order.getContact(), &first);
+        order.setContact(first.get());
+        QCOMPARE(order.getContact(), first.get());
         order.setContact(nullptr);
-        QCOMPARE(order.getContact(), &first);
-        order.setContact(&second);
-        QCOMPARE(order.getContact(), &second);
+        QCOMPARE(order.getContact(), first.get());
+        order.setContact(second.get());
+        QCOMPARE(order.getContact(), second.get());
     }
 
     void shouldSearchDateTitleStatusAndTypeOnly_data()
@@ -352,10 +352,10 @@ private slots:
     {
         QFETCH(QString, text);
         QFETCH(bool, found);
-        Contact contact;
-        contact.setName(QStringLiteral("Jane Smith"));
+        const auto contact = std::make_shared<Contact>();
+        contact->setName(QStringLiteral("Jane Smith"));
         Order order;
-        order.setContact(&contact);
+        order.setContact(contact.get());
         order.setDate(QStringLiteral("01/02/08"));
         order.setTitle(QStringLiteral("Kitchen Refit"));
         order.setType(QStringLiteral("Quote"));

@@ -20,7 +20,7 @@ namespace {
 
 Order *addRepeatingOrder(Quorvel &quorvel, const QString &frequency, const QString &lastRepeatDate)
 {
-    auto *order = new Order;
+    auto order = std::make_shared<Order>();
     order->setTitle(QStringLiteral("Windows"));
     order->setRepeats(true);
     order->setRepeatFrequency(frequency);
@@ -28,7 +28,7 @@ Order *addRepeatingOrder(Quorvel &quorvel, const QString &frequency, const QStri
     order->setTaxRate(QStringLiteral("20.00"));
     quorvel.getOrderManager()->add(order);
     order->setOrderNum(QStringLiteral("INV%1").arg(order->getID()));
-    return order;
+    return order.get();
 }
 
 QDateTime at(const QString &text)
@@ -59,7 +59,7 @@ private Q_SLOTS:
                                           {"deposit", "16"}, {"paymentmethod", "cash"}, {"type", "Invoice"}})
             source->setFieldByName(QLatin1String(name), QLatin1String(value));
         source->setSent(true);
-        quorvel.getBOMManager()->add(Material::withOrder(source->getID()).release());
+        quorvel.getBOMManager()->add(Material::withOrder(source->getID()));
 
         const Order *copy = quorvel.getOrderManager()->duplicate(source);
         QCOMPARE(quorvel.getOrderManager()->getCount(), 2);

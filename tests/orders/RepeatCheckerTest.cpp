@@ -40,12 +40,13 @@ private Q_SLOTS:
     void init()
     {
         quorvel = std::make_unique<Quorvel>();
-        monthly = new Order;
+        const auto order = std::make_shared<Order>();
+        monthly = order.get();
         monthly->setOrderNum(QStringLiteral("INV1"));
         monthly->setRepeats(true);
         monthly->setRepeatFrequency(QStringLiteral("month"));
         monthly->setLastRepeatDate(QStringLiteral("15/01/09"));  // years overdue on the test clock
-        orders().add(monthly);
+        orders().add(order);
         alertThreads.clear();
         previousAlerts = platform::setAlertHandler([this](const platform::Alert &) {
             alertThreads << QThread::currentThread();

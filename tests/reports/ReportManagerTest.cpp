@@ -106,26 +106,26 @@ void addLine(Quorvel &quorvel, int order, int contact, const QString &item, cons
     line->setQty(qty);
     line->setCost(cost);
     line->setTotal(total);
-    quorvel.getBOMManager()->add(line.release());
+    quorvel.getBOMManager()->add(line);
 }
 
 // A small business: three contacts, four orders, three items, four lines.
 void fillBusiness(Quorvel &quorvel)
 {
     const auto contact = [&](const char *name, const char *type, const char *phone) {
-        auto *record = new Contact;
+        auto record = std::make_shared<Contact>();
         record->setName(QString::fromUtf8(name));
         record->setType(QString::fromUtf8(type));
         record->setPhone(QString::fromUtf8(phone));
         quorvel.getContactManager()->add(record);
         return record;
     };
-    Contact *ann = contact("Ann Lee", "Customer", "0101");
+    Contact *ann = contact("Ann Lee", "Customer", "0101").get();
     contact("Bolt Supplies", "Supplier", "0202");
-    Contact *cy = contact("Cy Dunn", "Customer", "0303");
+    Contact *cy = contact("Cy Dunn", "Customer", "0303").get();
     const auto order = [&](const char *number, const char *date, Contact *who, const char *value,
                            const char *balance, const char *paid) {
-        auto *record = new Order;
+        auto record = std::make_shared<Order>();
         record->setOrderNum(QString::fromUtf8(number));
         record->setDate(QString::fromUtf8(date));
         record->setTitle(QStringLiteral("Job ") + QString::fromUtf8(number));
@@ -142,7 +142,7 @@ void fillBusiness(Quorvel &quorvel)
     order("INV3", "07/03/08", cy, "1,250.50", "1,250.50", "");
     order("INV4", "09/03/08", nullptr, "0.00", "0.00", "");
     const auto item = [&](const char *code, const char *name, const char *qty, const char *optimum, const char *bought) {
-        auto *record = new Item;
+        auto record = std::make_shared<Item>();
         record->setCode(QString::fromUtf8(code));
         record->setItem(QString::fromUtf8(name));
         record->setQty(QString::fromUtf8(qty));

@@ -128,28 +128,28 @@ QStringList describeAll(const kdDataSource &source)
 void fill(Database &db, const QString &text, int id)
 {
     const QString suffix = QLatin1Char('/') + text;
-    auto *contact = new Contact;
+    auto contact = std::make_shared<Contact>();
     contactFields.fill(*contact, suffix);
     contact->setID(id);
     contact->setCompany(id + 1);
     db.contacts.add(contact);
 
-    auto *order = new Order;
+    auto order = std::make_shared<Order>();
     orderFields.fill(*order, suffix);
     order->setID(id + 100);
-    order->setContact(contact);
+    order->setContact(contact.get());
     order->setIncludeBOM(true);
     order->setRepeats(true);
     order->setSent(true);
     db.orders.add(order);
 
-    auto *item = new Item;
+    auto item = std::make_shared<Item>();
     itemFields.fill(*item, suffix);
     item->setID(id + 200);
     item->setDecreaseQty(true);
     db.items.add(item);
 
-    auto *line = new Material;
+    auto line = std::make_shared<Material>();
     lineFields.fill(*line, suffix);
     line->setID(id + 300);
     line->setOrder(id + 100);
@@ -157,12 +157,12 @@ void fill(Database &db, const QString &text, int id)
     line->setContact(id + 7);
     db.materials.add(line);
 
-    auto *bill = new Bill;
+    auto bill = std::make_shared<Bill>();
     billFields.fill(*bill, suffix);
     bill->setID(id + 400);
     db.bills.add(bill);
 
-    auto *action = new Action;
+    auto action = std::make_shared<Action>();
     actionFields.fill(*action, suffix);
     action->setID(id + 500);
     action->setComplete(true);
@@ -353,25 +353,25 @@ void DatabaseBundleTest::shouldWriteTheKeysOfEachFileByItsRules()
 
     Database db;
     fill(db, QStringLiteral("x"), 1);
-    dataObject *fresh = nullptr;
+    std::shared_ptr<dataObject> fresh;
     switch (file) {
     case DatabaseBundle::Contacts:
-        fresh = new Contact;
+        fresh = std::make_shared<Contact>();
         break;
     case DatabaseBundle::Orders:
-        fresh = new Order;
+        fresh = std::make_shared<Order>();
         break;
     case DatabaseBundle::Items:
-        fresh = new Item;
+        fresh = std::make_shared<Item>();
         break;
     case DatabaseBundle::Materials:
-        fresh = new Material;
+        fresh = std::make_shared<Material>();
         break;
     case DatabaseBundle::Bills:
-        fresh = new Bill;
+        fresh = std::make_shared<Bill>();
         break;
     case DatabaseBundle::Actions:
-        fresh = new Action;
+        fresh = std::make_shared<Action>();
         break;
     }
     collectionOf(db, file).add(fresh);
@@ -396,12 +396,12 @@ void DatabaseBundleTest::shouldWriteTheKeysOfEachFileByItsRules()
 void DatabaseBundleTest::shouldLeaveEmptyOptionalFieldsToTheirInitialValues()
 {
     Database db;
-    auto *contact = new Contact;
+    auto contact = std::make_shared<Contact>();
     contact->setName(QStringLiteral("Ann"));
     contact->setEmail(QStringLiteral(""));
     db.contacts.add(contact);
-    db.orders.add(new Order);  // no contact
-    auto *line = new Material;
+    db.orders.add(std::make_shared<Order>());  // no contact
+    auto line = std::make_shared<Material>();
     line->setItem(QStringLiteral(""));
     line->setQty(QStringLiteral(""));
     line->setCost(QStringLiteral(""));
@@ -519,7 +519,7 @@ void DatabaseBundleTest::shouldNumberLinesByCountAndKeepTheirStoredIds()
     QCOMPARE(db.materials.getnthItem(1)->getID(), 9);
     QCOMPARE(db.materials.getnthItem(2)->getID(), 12);
     QCOMPARE(db.materials.getItemById(9), db.materials.getnthItem(1));
-    auto *added = new Material;
+    auto added = std::make_shared<Material>();
     db.materials.add(added);
     QCOMPARE(added->getID(), 4);
     // The other collections go by their highest stored id.
@@ -740,7 +740,7 @@ void DatabaseBundleTest::shouldKeepAnUnreadableFileAsideBeforeWritingIt()
     QCOMPARE(fileBytes(DatabaseBundle::Orders), damaged);
 
     StderrCapture capture;
-    db.orders.add(new Order);
+    db.orders.add(std::make_shared<Order>());
     QVERIFY(db.bundle.writeDatabase(DatabaseBundle::Orders));
     const QString aside = DatabaseBundle::filePath(DatabaseBundle::Orders) + QStringLiteral(".unreadable-20260115-100000");
     QFile kept(aside);

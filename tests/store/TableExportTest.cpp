@@ -28,6 +28,12 @@ private:
     QHash<QString, QString> fields;
 };
 
+std::shared_ptr<ExportRecord> exportRecord(std::initializer_list<std::pair<const char *, const char *>> values,
+                                           bool isVisible = true)
+{
+    return std::make_shared<ExportRecord>(values, isVisible);
+}
+
 // A table fed as the program's lists are fed: row n is the n-th visible record.
 class ExportSource : public kdDataSource
 {
@@ -98,7 +104,7 @@ private slots:
 void TableExportTest::shouldWriteCsvExactly()
 {
     ExportSource source;
-    source.add(new ExportRecord({{"name", "Widget"}, {"qty", "4"}}));
+    source.add(exportRecord({{"name", "Widget"}, {"qty", "4"}}));
     TableView table;
     table.setColumns(nameAndQty());
     QCOMPARE(encodeCsvExport(source.getDataAsCSVusingTableView(table)),
@@ -108,9 +114,9 @@ void TableExportTest::shouldWriteCsvExactly()
 void TableExportTest::shouldWriteHtmlExactly()
 {
     ExportSource source;
-    source.add(new ExportRecord({{"name", "Widget"}, {"qty", "4"}}));
-    source.add(new ExportRecord({{"name", "Gadget"}, {"qty", "12"}}));
-    source.add(new ExportRecord({{"name", "Gizmo"}, {"qty", "1"}}));
+    source.add(exportRecord({{"name", "Widget"}, {"qty", "4"}}));
+    source.add(exportRecord({{"name", "Gadget"}, {"qty", "12"}}));
+    source.add(exportRecord({{"name", "Gizmo"}, {"qty", "1"}}));
     TableView table;
     table.setColumns(nameAndQty());
     const QString expected = QString(tableOpen) + head + "Name</th>" + head + "Qty</th></tr>"
@@ -124,11 +130,11 @@ void TableExportTest::shouldWriteHtmlExactly()
 void TableExportTest::shouldLeaveOutInvisibleRecords()
 {
     ExportSource source;
-    source.add(new ExportRecord({{"name", "Shown"}, {"qty", "1"}}));
-    source.add(new ExportRecord({{"name", "Hidden"}, {"qty", "2"}}, false));
-    auto *later = new ExportRecord({{"name", "Later"}, {"qty", "3"}});
+    source.add(exportRecord({{"name", "Shown"}, {"qty", "1"}}));
+    source.add(exportRecord({{"name", "Hidden"}, {"qty", "2"}}, false));
+    auto later = exportRecord({{"name", "Later"}, {"qty", "3"}});
     source.add(later);
-    source.add(new ExportRecord({{"name", "Also shown"}, {"qty", "4"}}));
+    source.add(exportRecord({{"name", "Also shown"}, {"qty", "4"}}));
     later->setVisible(false);
     TableView table;
     table.setColumns(nameAndQty());
@@ -146,7 +152,7 @@ void TableExportTest::shouldLeaveOutInvisibleRecords()
 void TableExportTest::shouldExportOnlyTheHeaderOfAnEmptyTable()
 {
     ExportSource source;
-    source.add(new ExportRecord({{"name", "Hidden"}}, false));
+    source.add(exportRecord({{"name", "Hidden"}}, false));
     TableView table;
     table.setColumns(nameAndQty());
     QCOMPARE(source.getDataAsCSVusingTableView(table), QString("\"Name\",\"Qty\"\r"));
@@ -157,7 +163,7 @@ void TableExportTest::shouldExportOnlyTheHeaderOfAnEmptyTable()
 void TableExportTest::shouldWriteCellTextsAsTheyAre()
 {
     ExportSource source;
-    source.add(new ExportRecord({{"name", "12\" ruler, \"steel\""}, {"qty", "<b>&amp;\n"}}));
+    source.add(exportRecord({{"name", "12\" ruler, \"steel\""}, {"qty", "<b>&amp;\n"}}));
     TableView table;
     table.setColumns(TableView::columnsFrom({{"name", "Say \"what\""}, {"qty", "<i>Qty</i>"}}));
     QCOMPARE(source.getDataAsCSVusingTableView(table),
@@ -186,7 +192,7 @@ void TableExportTest::shouldExportALargeTableQuickly()
     const int rows = 100000;
     for (int i = 0; i < rows; ++i) {
         const QByteArray number = QByteArray::number(i);
-        source.add(new ExportRecord({{"ordernum", number.constData()},
+        source.add(exportRecord({{"ordernum", number.constData()},
                                      {"name", "Acme Widgets Ltd"},
                                      {"date", "01/03/08"},
                                      {"status", "Invoiced"},

@@ -99,19 +99,19 @@ private Q_SLOTS:
     void shouldNumberRecordsFromTheHighestIdSeen()
     {
         kdDataSource source;
-        source.add(new Row(QStringLiteral("a"), 7));
+        source.add(std::make_shared<Row>(QStringLiteral("a"), 7));
         QCOMPARE(source.getHighestId(), 7);
-        auto *second = new Row(QStringLiteral("b"));
+        auto second = std::make_shared<Row>(QStringLiteral("b"));
         source.add(second);
         QCOMPARE(second->getID(), 8);
         QCOMPARE(source.getNextId(), 9);
-        source.add(new Row(QStringLiteral("c"), 3));
+        source.add(std::make_shared<Row>(QStringLiteral("c"), 3));
         QCOMPARE(source.getHighestId(), 9);  // a lower id leaves it
-        QCOMPARE(source.getItemById(8), second);
+        QCOMPARE(source.getItemById(8), second.get());
 
         source.clear();
         QCOMPARE(source.getCount(), 0);
-        auto *fresh = new Row(QStringLiteral("d"));
+        auto fresh = std::make_shared<Row>(QStringLiteral("d"));
         source.add(fresh);
         QCOMPARE(fresh->getID(), 1);
     }
@@ -119,10 +119,10 @@ private Q_SLOTS:
     void shouldNeverReuseIdsAfterDeletion()
     {
         kdDataSource source;
-        auto *a = new Row(QStringLiteral("a"));
+        auto a = std::make_shared<Row>(QStringLiteral("a"));
         source.add(a);
-        source.deleteItem(a);
-        auto *b = new Row(QStringLiteral("b"));
+        source.deleteItem(a.get());
+        auto b = std::make_shared<Row>(QStringLiteral("b"));
         source.add(b);
         QCOMPARE(b->getID(), 2);
         QVERIFY(!source.getItemById(1));
@@ -131,28 +131,31 @@ private Q_SLOTS:
     void shouldFindByIdAfterIdsChangeAndRecordsMove()
     {
         kdDataSource source;
-        auto *a = new Row(QStringLiteral("a"), 5);
-        auto *b = new Row(QStringLiteral("b"), 6);
-        auto *c = new Row(QStringLiteral("c"), 5);  // a duplicate id: the first in order wins
+        auto a = std::make_shared<Row>(QStringLiteral("a"), 5);
+        auto b = std::make_shared<Row>(QStringLiteral("b"), 6);
+        auto c = std::make_shared<Row>(QStringLiteral("c"), 5);  // a duplicate id: the first in order wins
         source.add(a);
         source.add(b);
         source.add(c);
-        QCOMPARE(source.getItemById(5), a);
-        source.swop(a, c);
-        QCOMPARE(source.getItemById(5), c);
+        QCOMPARE(source.getItemById(5), a.get());
+        source.swop(a.get(), c.get());
+        QCOMPARE(source.getItemById(5), c.get());
         b->setID(42);
-        QCOMPARE(source.getItemById(42), b);
+        QCOMPARE(source.getItemById(42), b.get());
         QVERIFY(!source.getItemById(6));
-        source.deleteItem(c);
-        QCOMPARE(source.getItemById(5), a);
+        source.deleteItem(c.get());
+        QCOMPARE(source.getItemById(5), a.get());
         QVERIFY(!source.getItemById(0));
     }
 
     void shouldWalkTheCollectionInOrder()
     {
         kdDataSource source;
-        Row *rows[3] = {new Row(QStringLiteral("a")), new Row(QStringLiteral("b")), new Row(QStringLiteral("c"))};
-        for (Row *row : rows)
+        const std::shared_ptr<Row> held[3] = {std::make_shared<Row>(QStringLiteral("a")),
+                                              std::make_shared<Row>(QStringLiteral("b")),
+                                              std::make_shared<Row>(QStringLiteral("c"))};
+        Row *rows[3] = {held[0].get(), held[1].get(), held[2].get()};
+        for (const std::shared_ptr<Row> &row : held)
             source.add(row);
         QCOMPARE(source.getFirstItem(), rows[0]);
         QCOMPARE(source.getNextItem(rows[0]), rows[1]);
@@ -188,12 +191,12 @@ private Q_SLOTS:
         QFETCH(int, row);
         QFETCH(int, expected);
         kdDataSource source;
-        std::vector<Row *> rows;
+        std::vector<std::shared_ptr<Row>> rows;
         for (QChar flag : visibility) {
-            rows.push_back(new Row(QStringLiteral("r"), 0, flag == QLatin1Char('v')));
+            rows.push_back(std::make_shared<Row>(QStringLiteral("r"), 0, flag == QLatin1Char('v')));
             source.add(rows.back());
         }
-        QCOMPARE(source.getnthVisibleItem(row), expected < 0 ? nullptr : rows[size_t(expected)]);
+        QCOMPARE(source.getnthVisibleItem(row), expected < 0 ? nullptr : rows[size_t(expected)].get());
         QCOMPARE(source.numberOfRowsInTableView(), int(visibility.count(QLatin1Char('v'))));
     }
 
@@ -202,12 +205,15 @@ private Q_SLOTS:
         kdDataSource source;
         TableView table;
         source.setTableView(&table);
-        Row *a = new Row(QStringLiteral("a"));
-        Row *b = new Row(QStringLiteral("b"));
-        Row *c = new Row(QStringLiteral("c"));
-        source.add(a);
-        source.add(b);
-        source.add(c);
+        const auto aHeld = std::make_shared<Row>(QStringLiteral("a"));
+        Row *a = aHeld.get();
+        const auto bHeld = std::make_shared<Row>(QStringLiteral("b"));
+        Row *b = bHeld.get();
+        const auto cHeld = std::make_shared<Row>(QStringLiteral("c"));
+        Row *c = cHeld.get();
+        source.add(aHeld);
+        source.add(bHeld);
+        source.add(cHeld);
         QCOMPARE(source.getnthVisibleItem(1), b);
         b->setVisible(false);
         QCOMPARE(source.getnthVisibleItem(1), c);
@@ -219,7 +225,7 @@ private Q_SLOTS:
         b->setVisible(true);
         source.swop(a, c);
         QCOMPARE(source.getnthVisibleItem(0), c);
-        source.add(new Row(QStringLiteral("d"), 0, false));
+        source.add(std::make_shared<Row>(QStringLiteral("d"), 0, false));
         QCOMPARE(source.numberOfRowsInTableView(), 3);
     }
 
@@ -228,7 +234,7 @@ private Q_SLOTS:
         kdDataSource source;
         const QStringList values{"apple", "banana", "avocado", "cherry"};
         for (const QString &value : values)
-            source.add(new Row(value, 0, false));
+            source.add(std::make_shared<Row>(value, 0, false));
         QCOMPARE(source.numberOfRowsInTableView(), 0);
         source.filterBy([](const dataObject &record) { return static_cast<const Row &>(record).value.startsWith(QLatin1Char('a')); });
         QCOMPARE(source.numberOfRowsInTableView(), 2);
@@ -241,10 +247,12 @@ private Q_SLOTS:
     void shouldSwopOnlyRecordsThatAreBothHere()
     {
         kdDataSource source;
-        Row *a = new Row(QStringLiteral("a"));
-        Row *b = new Row(QStringLiteral("b"));
-        source.add(a);
-        source.add(b);
+        const auto aHeld = std::make_shared<Row>(QStringLiteral("a"));
+        Row *a = aHeld.get();
+        const auto bHeld = std::make_shared<Row>(QStringLiteral("b"));
+        Row *b = bHeld.get();
+        source.add(aHeld);
+        source.add(bHeld);
         Row stranger(QStringLiteral("x"));
         source.swop(a, &stranger);
         QCOMPARE(texts(source), QStringList({QStringLiteral("a"), QStringLiteral("b")}));
@@ -296,7 +304,7 @@ private Q_SLOTS:
         QFETCH(QStringList, expected);
         kdDataSource source;
         for (const QString &value : values)
-            source.add(new Row(value));
+            source.add(std::make_shared<Row>(value));
         source.sortByColumn(field, ascending, options);
         QCOMPARE(texts(source), expected);
         for (int i = 0; i < source.getCount(); ++i)
@@ -306,10 +314,12 @@ private Q_SLOTS:
     void shouldKeepTheFirstDateItSortedBy()
     {
         kdDataSource source;
-        Row *a = new Row(QStringLiteral("01/01/08"));
-        Row *b = new Row(QStringLiteral("01/06/08"));
-        source.add(a);
-        source.add(b);
+        const auto aHeld = std::make_shared<Row>(QStringLiteral("01/01/08"));
+        Row *a = aHeld.get();
+        const auto bHeld = std::make_shared<Row>(QStringLiteral("01/06/08"));
+        Row *b = bHeld.get();
+        source.add(aHeld);
+        source.add(bHeld);
         source.sortByColumn(QStringLiteral("date"), false, 2);
         a->value = QStringLiteral("01/12/08");  // edited after its first date sort
         source.sortByColumn(QStringLiteral("date"), false, 2);
@@ -348,7 +358,7 @@ private Q_SLOTS:
                         : QStringLiteral("%1/%2/%3").arg(random.bounded(1, 4)).arg(random.bounded(1, 3)).arg(random.bounded(7, 9), 2, 10, QLatin1Char('0'));
                 else
                     value = words.at(random.bounded(words.size()));
-                auto *row = new Row(value, 0, random.bounded(3) != 0);
+                auto row = std::make_shared<Row>(value, 0, random.bounded(3) != 0);
                 source.add(row);
                 twins.push_back(std::make_unique<Row>(value));
                 expected.push_back(twins.back().get());

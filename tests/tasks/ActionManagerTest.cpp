@@ -19,11 +19,11 @@ namespace {
 
 Action *task(ActionManager &actions, const QString &title, bool done = false)
 {
-    auto *action = new Action;
+    auto action = std::make_shared<Action>();
     action->setTitle(title);
     action->setComplete(done);
     actions.add(action);
-    return action;
+    return action.get();
 }
 
 }  // namespace

@@ -31,13 +31,13 @@ class AlarmWatchTest : public QObject
 
     Action *alarmed(const QString &title, const QString &endDate, const QString &endTime = QStringLiteral("09:59"))
     {
-        auto *action = new Action;
+        auto action = std::make_shared<Action>();
         action->setTitle(title);
         action->setEndDate(endDate);
         action->setEndTime(endTime);
         action->setAlarm(true);
         actions().add(action);
-        return action;
+        return action.get();
     }
     QStringList rungTitles() const
     {

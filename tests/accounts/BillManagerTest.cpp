@@ -192,9 +192,13 @@ private Q_SLOTS:
         bills.finish();
         QCOMPARE(columnCells(bills, QStringLiteral("name")), (QStringList{"Acme", "Acme", "", ""}));
         QCOMPARE(columnCells(bills, QStringLiteral("amount")).last(), QStringLiteral("12.00"));
+        // Listed twice is the same bill, with its own id: an edit shows in both rows.
+        QCOMPARE(bills.getnthItem(1), bills.getnthItem(0));
         bills.edit();
+        bills.amount->userSetStringValue(QStringLiteral("7"));
         bills.finish();
         QCOMPARE(bills.getCount(), 2);
+        QCOMPARE(columnCells(bills, QStringLiteral("amount")).last(), QStringLiteral("14.00"));
     }
 };
 

@@ -6,6 +6,7 @@
 #include "app/widgets/PlatformServices.h"
 #include "platform/Paths.h"
 #include "platform/StringTable.h"
+#include "platform/TerminationSignals.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -91,5 +92,7 @@ int main(int argc, char **argv)
             std::fprintf(stderr, "quorvel: cannot write %s\n", qPrintable(options.value(screenshot)));
         return saved ? 0 : 1;
     }
+    // The session ends (logout, shutdown, kill): saved as at Quit.
+    platform::onTerminationSignal([&windows] { windows.terminate(); });
     return app.exec();
 }

@@ -58,5 +58,7 @@ void ApplicationWindows::terminate()
         return;
     terminated = true;
     quorvel.applicationWillTerminate();
-    QCoreApplication::quit();
+    // exit(), not quit(): quit() first asks every window to close, and the
+    // main window refuses (closing it is itself a request to quit).
+    QCoreApplication::exit(0);
 }

@@ -105,11 +105,7 @@ Quorvel::Quorvel(QObject *parent)
         case DatabaseBundle::Items: itemManager->filter(); break;
         case DatabaseBundle::Materials: bomManager->filter(); break;
         case DatabaseBundle::Bills: billManager->filter(); break;
-        case DatabaseBundle::Actions:
-            actionManager->filter();
-            if (startRepeatChecker)
-                actionManager->kickOffCheckForOverdueActions();
-            break;
+        case DatabaseBundle::Actions: actionManager->filter(); break;
         }
     });
 }
@@ -133,6 +129,10 @@ void Quorvel::awakeFromNib()
                            localised("An earlier version of Quorvel (v1.x) has been found. Do you want to import the data?"),
                            localised("OK"), localised("Cancel"));
     }
+    // The alarm watch runs whatever was read: tasks made on a first start
+    // ring too.
+    if (startRepeatChecker)
+        actionManager->kickOffCheckForOverdueActions();
 }
 
 bool Quorvel::windowShouldClose()

@@ -64,6 +64,7 @@ public:
     int checkForOverdueActions(const QDateTime &now);
     // Starts the alarm watch (a pass now, then 30 s after each pass).
     void kickOffCheckForOverdueActions();
+    bool isWatchingAlarms() const { return alarmWatch != nullptr; }
 
     // The moment a task ends, read in the user's date order; none when its
     // date or time cannot be read.

@@ -187,7 +187,7 @@ int repeatCommand(const QStringList &arguments, QIODevice &out, QIODevice &err)
     // The alerts (answered with their default button) and the diagnostics
     // go to `err` in the order they come: `out` holds the copies alone.
     const platform::AlertHandler previousAlerts = platform::setAlertHandler([&err](const platform::Alert &alert) {
-        for (const QString &line : {alert.message, alert.informativeText}) {
+        for (const QString &line : {alert.message, alert.informativeText, alert.details}) {
             if (!line.isEmpty())
                 say(err, line);
         }
@@ -200,15 +200,11 @@ int repeatCommand(const QStringList &arguments, QIODevice &out, QIODevice &err)
             else
                 err.write(text.toUtf8());
         });
+    // The pass writes the orders and the lines itself when it copied anything.
     const QList<QPair<Order *, Order *>> copies = quorvel.getOrderManager()->checkForOverdueRepeats(now);
     platform::setLogHandler(previousLog);
     platform::setAlertHandler(previousAlerts);
-
-    bool written = true;
-    if (!copies.isEmpty()) {
-        written = bundle.writeDatabase(DatabaseBundle::Orders);
-        written = bundle.writeDatabase(DatabaseBundle::Materials) && written;
-    }
+    const bool written = bundle.lastWriteError().isEmpty();
     QByteArray lines;
     for (const auto &[source, copy] : copies)
         lines += (source->getOrderNum() + QStringLiteral(" -> ") + copy->getOrderNum() + QLatin1Char('\n')).toUtf8();

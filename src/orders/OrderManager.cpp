@@ -679,38 +679,54 @@ void OrderManager::deleteAttachments(int orderId)
 // ---------------------------------------------------------------------------
 // Recurring orders
 
+std::shared_ptr<Order> OrderManager::copyForRepeat(Order &source)
+{
+    PrefsController *prefs = quorvel->getPrefsController();
+    const auto copy = std::make_shared<Order>();
+    add(copy);  // takes the next id at once
+    copy->setOrderNum(prefs->getOrderPrefix() + QString::number(copy->getID()));
+    copy->setDate(u"today"_s);
+    copy->setTaxRate(platform::format2(prefs->getGlobalTaxRate()));
+    copy->setTax(source.getTax());
+    copy->setBalance(source.getBalance());
+    copy->setContact(source.getContact());
+    copy->setShipping(source.getShipping());
+    copy->setStatus(source.getStatus());
+    copy->setTitle(source.getTitle());
+    copy->setValue(source.getValue());
+    copy->setIncludeBOM(source.getIncludeBOM());
+    copy->setSent(source.getSent());
+    // Written into the order itself, so kept in one language in the file.
+    copy->setDescription(withArguments(u"%@\r%@"_s, {withArguments(u"Recurrence of Order %@"_s, {source.getOrderNum()}),
+                                                    source.getDescription()}));
+    // The total, as the editor makes it for any order: value, tax and
+    // shipping added in that order in single precision.
+    float total = platform::floatValue(copy->getValue()) + platform::floatValue(copy->getTax());
+    total = total + platform::floatValue(copy->getShipping());
+    copy->setValueWithTax(platform::format2(total));
+
+    source.setLastRepeatDate(platform::formatDate(platform::now(), dayFirst));
+    quorvel->getBOMManager()->duplicateMaterialsFromOrder(source.getID(), copy->getID());
+    return copy;
+}
+
+void OrderManager::writeRepeatCopies()
+{
+    filter();
+    quorvel->writeDatabase(this);
+    quorvel->writeDatabase(quorvel->getBOMManager());
+}
+
 Order *OrderManager::duplicate(Order *order)
 {
     // Held for the whole copy: the alert at its end lets other work run.
     const std::shared_ptr<Order> source = order ? shareOf(order) : currentItem;
     if (!source || !quorvel)
         return nullptr;
-    PrefsController *prefs = quorvel->getPrefsController();
+    const std::shared_ptr<Order> copy = copyForRepeat(*source);
+    writeRepeatCopies();
 
-    const auto copy = std::make_shared<Order>();
-    add(copy);  // takes the next id at once
-    copy->setOrderNum(prefs->getOrderPrefix() + QString::number(copy->getID()));
-    copy->setDate(u"today"_s);
-    copy->setTaxRate(platform::format2(prefs->getGlobalTaxRate()));
-    copy->setTax(source->getTax());
-    copy->setBalance(source->getBalance());
-    copy->setContact(source->getContact());
-    copy->setShipping(source->getShipping());
-    copy->setStatus(source->getStatus());
-    copy->setTitle(source->getTitle());
-    copy->setValue(source->getValue());
-    copy->setIncludeBOM(source->getIncludeBOM());
-    copy->setSent(source->getSent());
-    // Written into the order itself, so kept in one language in the file.
-    copy->setDescription(withArguments(u"%@\r%@"_s, {withArguments(u"Recurrence of Order %@"_s, {source->getOrderNum()}),
-                                                    source->getDescription()}));
-
-    source->setLastRepeatDate(platform::formatDate(platform::now(), dayFirst));
-    quorvel->getBOMManager()->duplicateMaterialsFromOrder(source->getID(), copy->getID());
-    filter();
-    quorvel->writeDatabase(this);
-
-    const QString term = prefs->getTermOrder();
+    const QString term = quorvel->getPrefsController()->getTermOrder();
     platform::runAlert(withArguments(localised("Repeat %@"), {term}),
                        withArguments(localised("%@ '%@' has been duplicated. The number of the new %@ is %@"),
                                      {term, source->getTitle(), term, copy->getOrderNum()}),
@@ -721,6 +737,8 @@ Order *OrderManager::duplicate(Order *order)
 QList<QPair<Order *, Order *>> OrderManager::checkForOverdueRepeats(const QDateTime &now)
 {
     QList<QPair<Order *, Order *>> copies;
+    if (!quorvel)
+        return copies;
     // Orders added during the pass, the copies too, wait for the next pass.
     const int count = getCount();
     for (int i = 0; i < count; ++i) {
@@ -749,11 +767,34 @@ QList<QPair<Order *, Order *>> OrderManager::checkForOverdueRepeats(const QDateT
         if (now > next) {
             // One period per pass: an order overdue by several is caught up
             // one copy at a time.
-            Order *copy = duplicate(order);
+            const std::shared_ptr<Order> copy = copyForRepeat(*order);
             order->setLastRepeatDate(platform::formatDate(next, dayFirst));
-            copies.append(qMakePair(order, copy));
+            copies.append(qMakePair(order, copy.get()));
         }
     }
+    if (copies.isEmpty())
+        return copies;
+
+    // One write and one alert for the whole pass, however many were due.
+    writeRepeatCopies();
+    const PrefsController *prefs = quorvel->getPrefsController();
+    const QString term = prefs->getTermOrder();
+    platform::Alert alert;
+    alert.message = withArguments(localised("Repeat %@"), {term});
+    alert.defaultButton = localised("OK");
+    if (copies.size() == 1) {
+        const auto &[source, copy] = copies.first();
+        alert.informativeText = withArguments(localised("%@ '%@' has been duplicated. The number of the new %@ is %@"),
+                                              {term, source->getTitle(), term, copy->getOrderNum()});
+    } else {
+        alert.informativeText = withArguments(localised("%i repeating %@ have been duplicated; their new numbers are listed below."),
+                                              {QString::number(copies.size()), prefs->getTermOrders()});
+        QStringList lines;
+        for (const auto &[source, copy] : std::as_const(copies))
+            lines << withArguments(u"%@ '%@' \u2192 %@"_s, {source->getOrderNum(), source->getTitle(), copy->getOrderNum()});
+        alert.details = lines.join(u'\n');
+    }
+    platform::runAlert(alert);
     return copies;
 }
 

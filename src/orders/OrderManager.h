@@ -84,13 +84,16 @@ public:
     // The folder of an order's attachments.
     static QString attachmentFolder(int orderId);
 
-    // Recurring orders. duplicate(nullptr) copies the order in the editor.
-    // Answers the copy (none when there was nothing to copy).
+    // Recurring orders. duplicate(nullptr) copies the order in the editor:
+    // the copy and its lines are written at once and an alert names the new
+    // number. Answers the copy (none when there was nothing to copy).
     Order *duplicate(Order *source);
     // One pass of the repeat checker at that moment: every order that was
     // in the collection when the pass began and is due is copied once, and
-    // its last-repeat date moves on by one period. Answers the copies as
-    // (source, copy) pairs in the order they were made.
+    // its last-repeat date moves on by one period. When anything was copied
+    // the orders and the lines are written once, at the end, and one alert
+    // lists every copy. Answers the copies as (source, copy) pairs in the
+    // order they were made.
     QList<QPair<Order *, Order *>> checkForOverdueRepeats(const QDateTime &now);
     // Starts the repeat checker (first pass 5 s from now, then every 6 hours).
     void kickOffCheckForOverdueRepeats();
@@ -162,6 +165,12 @@ Q_SIGNALS:
     void attachmentIconChanged();
 
 protected:
+    // A copy of a repeating order with a new number, dated "today", with
+    // its total and a copy of its lines, in the list; the source's
+    // last-repeat date is today. Nothing is written or shown.
+    std::shared_ptr<Order> copyForRepeat(Order &source);
+    // The copies' orders and lines to disk.
+    void writeRepeatCopies();
     // The well's icon: "" for none, "singlefilewell" or "doublefilewell".
     void updateIcon();
     // A new order of the editor (creating) enters that list now and

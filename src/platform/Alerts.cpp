@@ -20,10 +20,13 @@ int runAlert(const Alert &alert)
     // No window to show it in: print it and take the default button.
     const QByteArray message = alert.message.toLocal8Bit();
     const QByteArray informative = alert.informativeText.toLocal8Bit();
+    const QByteArray details = alert.details.toLocal8Bit();
     if (!message.isEmpty())
         std::fprintf(stderr, "%s\n", message.constData());
     if (!informative.isEmpty())
         std::fprintf(stderr, "%s\n", informative.constData());
+    if (!details.isEmpty())
+        std::fprintf(stderr, "%s\n", details.constData());
     std::fflush(stderr);
     return 1;
 }

@@ -14,6 +14,7 @@ struct Alert {
     QString defaultButton;    // answers 1; empty means "OK"
     QString alternateButton;  // answers 0; empty means no such button
     QString otherButton;      // answers -1; empty means no such button
+    QString details;          // a long text shown on request, scrolling (lines)
 };
 
 using AlertHandler = std::function<int(const Alert &)>;

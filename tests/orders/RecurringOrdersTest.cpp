@@ -1,5 +1,6 @@
 // Repeating orders: the copy of an order, one pass of the repeat checker at
 // a given moment, and the editor's summary line.
+#include "DatabaseFiles.h"
 #include "TestEnvironment.h"
 #include "TestMain.h"
 
@@ -10,6 +11,7 @@
 #include "orders/Order.h"
 #include "orders/OrderManager.h"
 #include "platform/Dates.h"
+#include "platform/Paths.h"
 
 #include <QSettings>
 #include <QTest>
@@ -119,6 +121,56 @@ private Q_SLOTS:
         }
         QCOMPARE(dates, (QStringList{"01/01/26", "08/01/26", "15/01/26", "15/01/26"}));
         QCOMPARE(quorvel.getOrderManager()->getCount(), 1 + 3);
+    }
+
+    // However many orders are due, a pass ends with one write of the orders
+    // and lines (the due dates and the copied lines on disk at once) and
+    // one alert that lists the copies.
+    void shouldWriteAndAlertOnceForAWholePass_data()
+    {
+        QTest::addColumn<int>("due");
+        QTest::newRow("one") << 1;
+        QTest::newRow("three") << 3;
+        QTest::newRow("fifty") << 50;
+    }
+    void shouldWriteAndAlertOnceForAWholePass()
+    {
+        QFETCH(int, due);
+        Quorvel quorvel;
+        quorvel.getPrefsController()->termOrders->setStringValue(QStringLiteral("Jobs"));
+        for (int n = 0; n < due; ++n) {
+            Order *order = addRepeatingOrder(quorvel, QStringLiteral("month"), QStringLiteral("15/11/25"));
+            for (const auto &[name, value] : {std::pair{"value", "100"}, {"tax", "17.50"}, {"shipping", "4.5"}})
+                order->setFieldByName(QLatin1String(name), QLatin1String(value));
+            auto line = Material::withOrder(order->getID());
+            line->setItem(QStringLiteral("Glass %1").arg(n));
+            quorvel.getBOMManager()->add(line);
+        }
+        addRepeatingOrder(quorvel, QStringLiteral("year"), QStringLiteral("15/11/25"));  // not due
+
+        const auto copies = quorvel.getOrderManager()->checkForOverdueRepeats(at(QStringLiteral("15/01/26 10:00")));
+        QCOMPARE(int(copies.size()), due);
+        const QList<platform::Alert> alerts = TestEnvironment::current().alertsShown();
+        QCOMPARE(alerts.size(), 1);
+        QCOMPARE(alerts.first().message, QStringLiteral("Repeat Order"));
+        if (due == 1) {
+            QVERIFY(alerts.first().details.isEmpty());
+        } else {
+            QCOMPARE(alerts.first().informativeText,
+                     QStringLiteral("%1 repeating Jobs have been duplicated; their new numbers are listed below.").arg(due));
+            const QStringList lines = alerts.first().details.split(QLatin1Char('\n'));
+            QCOMPARE(int(lines.size()), due);
+            QCOMPARE(lines.last(), QStringLiteral("INV%1 'Windows' \u2192 %2").arg(due).arg(copies.last().second->getOrderNum()));
+        }
+        // The copies have their total, like any order: value, tax and shipping.
+        for (const auto &[source, copy] : copies)
+            QCOMPARE(copy->getValueWithTax(), QStringLiteral("122.00"));
+
+        const QByteArray orders = testlib::readFile(platform::paths::bundleFile(QStringLiteral("orders.xml")));
+        QCOMPARE(int(orders.count("<string>15/12/25</string>")), due);  // the due date moved on by a month
+        QCOMPARE(int(orders.count("<string>122.00</string>")), due);
+        const QByteArray lines = testlib::readFile(platform::paths::bundleFile(QStringLiteral("itemsordered.xml")));
+        QCOMPARE(int(lines.count("<string>Glass 0</string>")), 2);  // the line and its copy
     }
 
     void shouldSummariseTheLastAndNextRepeat_data()

@@ -23,6 +23,8 @@ int showAlert(const platform::Alert &alert)
     box.setWindowTitle(QStringLiteral("Quorvel"));
     box.setText(alert.message);
     box.setInformativeText(alert.informativeText);
+    if (!alert.details.isEmpty())
+        box.setDetailedText(alert.details);
     box.setIcon(QMessageBox::Information);
     const QString defaultTitle = alert.defaultButton.isEmpty() ? platform::localised("OK") : alert.defaultButton;
     QPushButton *defaultButton = box.addButton(defaultTitle, QMessageBox::AcceptRole);

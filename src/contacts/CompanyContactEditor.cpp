@@ -30,8 +30,12 @@ void CompanyContactEditor::setItem(Contact *contact)
     if (!contact)
         return;
     populateCompanyMenu();
-    // The address lines, postcode and phone shown are the company's.
-    populateCompanyFields();
+    // The address lines, postcode and phone shown are the company's; a
+    // person with no company yet shows its own until one is chosen.
+    if (company->indexOfSelectedItem() >= 0)
+        populateCompanyFields();
+    else
+        fillAddress(*contact);
     fillOwnFields(*contact);
     jobtitle->setStringValue(contact->getJobTitle());
     extension->setStringValue(contact->getExtension());
@@ -54,9 +58,9 @@ void CompanyContactEditor::populateCompanyMenu()
             chosen = company->numberOfItems();
         company->addItem(contact->getName());
     }
-    // With no company of that id the menu shows its first entry.
-    if (chosen >= 0)
-        company->selectItemAtIndex(chosen);
+    // With no company of that id nothing is chosen: the user chooses, and
+    // finishing without a choice leaves the person's company as it is.
+    company->selectItemAtIndex(chosen);
 }
 
 void CompanyContactEditor::populateCompanyFields()
@@ -86,7 +90,8 @@ void CompanyContactEditor::editCompanyButton()
 }
 
 // The person takes over the company's address and phone shown in the
-// fields. The extension, web address and type are not stored back.
+// fields, and keeps the extension and web address typed; the type is not
+// stored back. The contacts are written at once.
 void CompanyContactEditor::finish()
 {
     const std::shared_ptr<Contact> contact = currentItem;
@@ -108,10 +113,11 @@ void CompanyContactEditor::finish()
     contact->setFax(fax->stringValue());
     contact->setMobile(mobile->stringValue());
     contact->setPhone(phone->stringValue());
+    contact->setExtension(extension->stringValue());
+    contact->setWebsite(website->stringValue());
     hide();
     if (contactManager)
         contactManager->reloadData();
-    // The contacts file is written with the next save of the contacts.
     if (quorvel)
-        quorvel->setChangeFlag();
+        quorvel->writeDatabase(contactManager);
 }

@@ -2,10 +2,12 @@
 // The editor of a company's person ("Company Contact"). The company is
 // chosen from a menu of every company; the address lines, postcode and phone
 // shown are the chosen company's, and finishing copies them into the
-// person's own record. The extension, web address and type are shown but,
-// on purpose, never stored back by this editor. The database is saved by the
-// contact manager, not here. The window, the fields and the copy and e-mail
-// commands are the ones every contact editor has (ContactFields).
+// person's own record. A person with no company yet has none chosen and
+// shows its own address until the user chooses one. The extension and web
+// address typed are kept; the type is shown but, on purpose, never stored
+// back by this editor. Finishing writes the contacts at once. The window,
+// the fields and the copy and e-mail commands are the ones every contact
+// editor has (ContactFields).
 #include "contacts/ContactFields.h"
 #include "contacts/OpenContactReports.h"
 
@@ -36,7 +38,7 @@ public:
     bool isCreating() const { return creating; }
 
     // The names of every company, in collection order, with the person's
-    // company selected.
+    // company selected (none when the person has no such company).
     void populateCompanyMenu();
     // The address lines, postcode and phone of the company chosen in the
     // menu, into the fields (nothing when no company has that name).

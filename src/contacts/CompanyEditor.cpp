@@ -73,7 +73,6 @@ void CompanyEditor::finish()
         contacts->companyHasChanged();
         contacts->reloadData();
     }
-    // The contacts file is written with the next save of the contacts.
     if (quorvel)
-        quorvel->setChangeFlag();
+        quorvel->writeDatabase(contactManager());
 }

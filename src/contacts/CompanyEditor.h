@@ -2,10 +2,10 @@
 // The editor of a company ("Company" contact) and the table of the people
 // who work there. A new company is added to the contacts at once, so a
 // cancelled new company stays in the list, empty. The form of address and
-// the mobile number are shown but, on purpose, never stored back. The
-// database is saved by the contact manager, not here. The window, the
-// fields and the copy and e-mail commands are the ones every contact editor
-// has (ContactFields).
+// the mobile number are shown but, on purpose, never stored back.
+// Finishing writes the contacts at once. The window, the fields and the
+// copy and e-mail commands are the ones every contact editor has
+// (ContactFields).
 #include "contacts/ContactFields.h"
 #include "store/TableView.h"
 

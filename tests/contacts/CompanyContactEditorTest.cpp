@@ -64,7 +64,9 @@ private Q_SLOTS:
         QTest::newRow("the company shown") << 5 << -1 << 5 << "5 Bolt St" << "0505";
         QTest::newRow("another company chosen") << 5 << 0 << 1 << "1 Acme Rd" << "0101";
         QTest::newRow("two of that name: the first") << 8 << -1 << 1 << "1 Acme Rd" << "0101";
-        QTest::newRow("no such company: the first entry") << 9 << -1 << 1 << "1 Acme Rd" << "0101";
+        QTest::newRow("no such company: none chosen, her own address kept")
+            << 9 << -1 << 9 << "her own street" << "her own phone";
+        QTest::newRow("no company yet, one chosen") << 0 << 1 << 5 << "5 Bolt St" << "0505";
     }
     void shouldLinkThePersonToTheChosenCompanyAndTakeItsAddress()
     {
@@ -79,6 +81,8 @@ private Q_SLOTS:
         CompanyContactEditor &editor = *quorvel.getCompanyContactEditor();
         editor.edit(dee);
         QCOMPARE(editor.company->itemTitles(), (QStringList{"Acme", "Bolt", "Acme"}));
+        if (linkedTo == 9 || linkedTo == 0)
+            QCOMPARE(editor.company->indexOfSelectedItem(), -1);
         if (chosenIndex >= 0)
             editor.company->userSelectItemAtIndex(chosenIndex);
         editor.finish();
@@ -95,8 +99,8 @@ private Q_SLOTS:
         QTest::newRow("job title") << "jobTitle" << true;
         QTest::newRow("mobile") << "mobile" << true;
         QTest::newRow("e-mail") << "email" << true;
-        QTest::newRow("extension") << "extension" << false;
-        QTest::newRow("website") << "website" << false;
+        QTest::newRow("extension") << "extension" << true;
+        QTest::newRow("website") << "website" << true;
         QTest::newRow("type") << "type" << false;
     }
     void shouldStoreOnlyThePersonsOwnFields()

@@ -1,6 +1,7 @@
 // The editor of a company's person driven through its widgets: choosing the
 // company (the address follows), keeping and abandoning the edit, opening
 // the company, and the person's orders beside the fields.
+#include "DatabaseFiles.h"
 #include "FormDriver.h"
 #include "TableCells.h"
 #include "TestMain.h"
@@ -12,12 +13,15 @@
 #include "contacts/ContactManager.h"
 #include "contacts/widgets/CompanyContactEditorWindow.h"
 #include "contacts/widgets/CompanyEditorWindow.h"
+#include "contacts/widgets/ContactEditorWindow.h"
 #include "orders/Order.h"
 #include "orders/OrderManager.h"
+#include "platform/Paths.h"
 #include "reports/ReportManager.h"
 
 #include <QComboBox>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QTableView>
 #include <QTest>
 
@@ -84,6 +88,50 @@ private Q_SLOTS:
         QCOMPARE(program.ann->getAdd1(), QStringLiteral("2 Dock Road"));
         QCOMPARE(program.ann->getPhone(), QStringLiteral("0222"));
         QCOMPARE(program.ann->getJobTitle(), QStringLiteral("Buyer"));
+    }
+
+    // A new contact linked to a company from the contact editor: no company
+    // is taken for the user, what was typed stays until a company is chosen,
+    // and the person is written with its link, extension and web address
+    // as soon as the editor is finished.
+    void shouldLinkANewPersonToTheCompanyTheUserChoosesAndSaveAtOnce()
+    {
+        Program program;
+        program.contacts.create();
+        ContactEditorWindow *contactWindow = program.windows.contactEditorWindow();
+        QVERIFY(QTest::qWaitForWindowExposed(contactWindow));
+        for (const auto &[field, value] : {std::pair{"name", "Cy Dunn"}, {"phone", "0999"}}) {
+            auto *edit = contactWindow->findChild<QLineEdit *>(QLatin1String(field));
+            edit->selectAll();
+            QTest::keyClicks(edit, QLatin1String(value));
+        }
+        QTest::mouseClick(contactWindow->findChild<QPushButton *>(QStringLiteral("linkToCompanyButton")), Qt::LeftButton);
+        QVERIFY(QTest::qWaitForWindowExposed(program.window()));
+        auto *company = program.find<QComboBox>("company");
+        QCOMPARE(company->currentIndex(), -1);
+        QCOMPARE(program.text("phone"), QStringLiteral("0999"));
+
+        company->setFocus();
+        QTest::keyClick(company, Qt::Key_Down);
+        QTest::keyClick(company, Qt::Key_Down);
+        QCOMPARE(company->currentText(), QStringLiteral("Bolt"));
+        program.type("extension", QStringLiteral("42"));
+        program.type("website", QStringLiteral("cy.example"));
+        program.click("okButton");
+
+        const QByteArray saved = testlib::readFile(platform::paths::bundleFile(QStringLiteral("contacts.xml")));
+        const qsizetype at = saved.indexOf("<string>Cy Dunn</string>");
+        QVERIFY(at > 0);
+        const QByteArray record = saved.mid(saved.lastIndexOf("<dict>", at), saved.indexOf("</dict>", at) - saved.lastIndexOf("<dict>", at));
+        QVERIFY(record.contains("<key>company</key>\n\t\t\t<string>" + QByteArray::number(program.bolt->getID()) + "</string>"));
+        QVERIFY(record.contains("<string>42</string>"));
+        QVERIFY(record.contains("<string>cy.example</string>"));
+
+        Contact *cy = program.contacts.getContactbyName(QStringLiteral("Cy Dunn"));
+        QVERIFY(cy);
+        program.contacts.editThisContact(cy);
+        QCOMPARE(program.text("extension"), QStringLiteral("42"));
+        QCOMPARE(program.text("website"), QStringLiteral("cy.example"));
     }
 
     void shouldLeaveThePersonAsTheyWereOnEscapeAndCancel_data()

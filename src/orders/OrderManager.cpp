@@ -240,6 +240,10 @@ void OrderManager::create()
     currentItem->setDate(u"today"_s);
     currentItem->setTaxRate(platform::format2(prefs->getGlobalTaxRate()));
     setItem(currentItem);
+    // The order holds its date as the date field shows it (today's date in
+    // the user's date format), also when it joins the list before it is
+    // finished, as it does when a contact is linked to it.
+    currentItem->setDate(date->stringValue());
     show();
 }
 
@@ -693,7 +697,8 @@ Order *OrderManager::duplicate(Order *source)
     auto *copy = new Order;
     add(copy);  // takes the next id at once
     copy->setOrderNum(prefs->getOrderPrefix() + QString::number(copy->getID()));
-    copy->setDate(u"today"_s);
+    // Dated as the order editor's date field shows "today".
+    copy->setDate(date->formatted(u"today"_s));
     copy->setTaxRate(platform::format2(prefs->getGlobalTaxRate()));
     copy->setTax(source->getTax());
     copy->setBalance(source->getBalance());

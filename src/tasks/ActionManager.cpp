@@ -85,9 +85,6 @@ void ActionManager::setItem(Action *action)
     if (!action)
         return;
     currentItem = action;
-    // The dates are read and shown in the user's date order of the moment.
-    startDate->setDateFormat(userDateFormat());
-    endDate->setDateFormat(userDateFormat());
     alarmButton->setState(action->isAlarm());
     complete->setState(action->isComplete());
     details->setString(action->getDetails());
@@ -206,13 +203,13 @@ void ActionManager::setObjectValueForTableColumn(const QString &, const QString 
 
 std::optional<QDateTime> ActionManager::momentFrom(const TextField *date, const TextField *time)
 {
-    const QString dateFormat = date->dateFormat().isEmpty() ? dayFirst : date->dateFormat();
     const QString clockFormat = time->dateFormat().isEmpty() ? timeFormat : time->dateFormat();
-    const std::optional<QDateTime> day = platform::parseDate(date->stringValue().trimmed(), dateFormat);
+    const std::optional<QDate> day = date->dateValue();
     const std::optional<QDateTime> clock = platform::parseDate(time->stringValue().trimmed(), clockFormat);
     if (!day || !clock)
         return std::nullopt;
-    return day->addSecs(qint64(clock->time().hour()) * 3600 + qint64(clock->time().minute()) * 60);
+    return QDateTime(*day, QTime(0, 0))
+        .addSecs(qint64(clock->time().hour()) * 3600 + qint64(clock->time().minute()) * 60);
 }
 
 std::optional<float> ActionManager::calculateTotalTime()

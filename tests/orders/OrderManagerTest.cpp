@@ -1,5 +1,6 @@
 // The order list and editor without a window: new orders, tax and balance,
 // the tax-rate question, the list filter, deleting and the customer's block.
+#include "Preferences.h"
 #include "TestEnvironment.h"
 #include "TestMain.h"
 
@@ -71,7 +72,7 @@ private Q_SLOTS:
 
         manager.create();
         QCOMPARE(manager.orderNumber->stringValue(), QStringLiteral("INV12"));
-        QCOMPARE(manager.date->stringValue(), QStringLiteral("today"));
+        QCOMPARE(manager.date->stringValue(), QStringLiteral("15/01/26"));
         QCOMPARE(manager.getCurrentItem()->getTaxRate(), QStringLiteral("17.50"));
         QVERIFY(TestEnvironment::current().alertsShown().isEmpty());  // a new order never asks
         QCOMPARE(manager.getCount(), 1);
@@ -89,6 +90,34 @@ private Q_SLOTS:
         QVERIFY(!manager.editorWindow->isVisible());
         QFile file(platform::paths::bundleFile(QStringLiteral("orders.xml")));
         QVERIFY(file.open(QIODevice::ReadOnly) && file.readAll().contains("<string>127.50</string>"));
+    }
+
+    void shouldDateANewOrderTodayInTheUsersOrder_data()
+    {
+        QTest::addColumn<bool>("monthFirst");
+        QTest::addColumn<QString>("today");
+        QTest::newRow("day first") << false << "15/01/26";
+        QTest::newRow("month first") << true << "01/15/26";
+    }
+    void shouldDateANewOrderTodayInTheUsersOrder()
+    {
+        QFETCH(bool, monthFirst);
+        QFETCH(QString, today);
+        Quorvel quorvel;
+        testlib::startWithModules(quorvel, monthFirst);
+        OrderManager &manager = *quorvel.getOrderManager();
+        manager.create();
+        QCOMPARE(manager.date->stringValue(), today);
+        // Already dated when a contact takes it into the list before it is finished.
+        QCOMPARE(manager.getCurrentItem()->getDate(), today);
+        manager.finish(&manager);
+        QCOMPARE(manager.getCurrentItem()->getDate(), today);
+        QCOMPARE(manager.getCurrentItem()->getFieldByName(QStringLiteral("date")), today);
+
+        // A repeat made of it is dated today too.
+        const Order *copy = manager.duplicate(manager.getCurrentItem());
+        QVERIFY(copy);
+        QCOMPARE(copy->getDate(), today);
     }
 
     void shouldAskAboutAChangedRateAndShowTaxOnlyWithARate_data()

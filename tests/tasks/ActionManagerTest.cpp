@@ -71,6 +71,10 @@ private Q_SLOTS:
             << false << QStringList{"03/01/08", "09:00", "03/02/08", "09:00"} << "Days" << 31.0f << "31";
         QTest::newRow("month first: 1 March to 2 March")
             << true << QStringList{"03/01/08", "09:00", "03/02/08", "09:00"} << "Days" << 1.0f << "1";
+        QTest::newRow("words for the days")
+            << false << QStringList{"today", "09:00", "tomorrow", "17:30"} << "Hours" << 32.5f << "32.5";
+        QTest::newRow("a date without its year")
+            << true << QStringList{"1/14", "08:00", "01/15/26", "08:00"} << "Days" << 1.0f << "1";
     }
     void shouldWorkOutTheDurationFromStartToEnd()
     {

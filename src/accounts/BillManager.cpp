@@ -65,6 +65,7 @@ BillManager::BillManager(Quorvel *controller, QObject *parent)
     // "All" takes no start date.
     fromDate->setEnabled(false);
     editorWindow->setTitle(localised("Invoice"));
+    amount->setMoney(true);
     // The search field is wired by ListManager.
     connect(periodPopUp, &PopUp::activated, this, [this] { filter(); });
     connect(fromDate, &TextField::edited, this, [this] { filter(); });

@@ -165,6 +165,9 @@ OrderManager::OrderManager(Quorvel *controller, QObject *parent)
     editContactButton->setEnabled(false);
     attachmentButton->setEnabled(false);
     editorWindow->setTitle(localised("Order"));
+    // The money fields show two decimals; the figure shown is the one stored.
+    for (TextField *money : {value, taxAmount, shipping, deposit, balance, valueWithTax, checkoutTaxAmount})
+        money->setMoney(true);
 
     connect(filterPopUp, &PopUp::activated, this, [this] { filter(); });
     connect(calculateTaxButton, &Button::activated, this, [this] { calculateTax(); });
@@ -488,7 +491,7 @@ void OrderManager::calculateBalance()
     float owed = value->floatValue() + taxAmount->floatValue();
     owed = owed + shipping->floatValue();
     owed = owed - deposit->floatValue();
-    balance->setStringValue(platform::shortestFloatText(owed));
+    balance->setFloatValue(owed);
     Q_EMIT valueTextDidChange();
 }
 

@@ -47,6 +47,10 @@ ActionManager::ActionManager(Quorvel *controller, QObject *parent)
     totalTimeUnits->selectItemAtIndex(0);
     startTime->setDateFormat(timeFormat);
     endTime->setDateFormat(timeFormat);
+    // The dates take the user's date format from the preferences; the rate
+    // and the charge are money, with two decimals.
+    rate->setMoney(true);
+    totalCharge->setMoney(true);
     filterPopUp->addItems({localised("All"), localised("Incomplete")});
     filterPopUp->selectItemAtIndex(0);
     connect(filterPopUp, &PopUp::activated, this, [this] { filter(); });
@@ -227,7 +231,7 @@ std::optional<float> ActionManager::calculateTotalTime()
     const double seconds = double(start->msecsTo(*end)) / 1000.0;
     const float hours = float(seconds / 60.0) / 60.0f;
     const float result = totalTimeUnits->titleOfSelectedItem() == "Days"_L1 ? hours / 24.0f : hours;
-    totalTime->setStringValue(platform::shortestFloatText(result));
+    totalTime->setFloatValue(result);
     calculationMessage->setStringValue(u""_s);
     return result;
 }
@@ -241,7 +245,7 @@ std::optional<float> ActionManager::calculateTotalCharge()
         return std::nullopt;
     }
     const float charge = totalTime->floatValue() * rate->floatValue();
-    totalCharge->setStringValue(platform::shortestFloatText(charge));
+    totalCharge->setFloatValue(charge);
     calculationMessage->setStringValue(u""_s);
     return charge;
 }

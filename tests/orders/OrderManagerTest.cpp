@@ -18,6 +18,7 @@
 #include <QFile>
 #include <QSettings>
 #include <QTest>
+#include <memory>
 
 using testlib::TestEnvironment;
 
@@ -82,7 +83,7 @@ private Q_SLOTS:
         manager.deposit->setStringValue(QStringLiteral("20"));
         manager.calculateTax();
         QCOMPARE(manager.taxAmount->stringValue(), QStringLiteral("17.50"));
-        QCOMPARE(manager.balance->stringValue(), QStringLiteral("107.5"));
+        QCOMPARE(manager.balance->stringValue(), QStringLiteral("107.50"));
 
         manager.finish(&manager);
         QCOMPARE(manager.getCount(), 2);
@@ -118,6 +119,56 @@ private Q_SLOTS:
         const Order *copy = manager.duplicate(manager.getCurrentItem());
         QVERIFY(copy);
         QCOMPARE(copy->getDate(), today);
+    }
+
+    void shouldShowAndStoreTheBalanceWithTwoDecimals_data()
+    {
+        QTest::addColumn<QStringList>("figures");  // value, tax amount, shipping, deposit
+        QTest::addColumn<QString>("balance");
+        QTest::addColumn<QString>("total");
+        QTest::newRow("a deposit against cents") << QStringList{"385.33", "67.45", "", "100"} << "352.78" << "452.78";
+        QTest::newRow("whole figures") << QStringList{"100", "17.50", "10", "20"} << "107.50" << "127.50";
+        QTest::newRow("more paid than owed") << QStringList{"10", "", "", "25"} << "-15.00" << "10.00";
+        QTest::newRow("figures with words") << QStringList{"12 boxes", "", "", "on account"} << "12.00" << "12.00";
+    }
+    void shouldShowAndStoreTheBalanceWithTwoDecimals()
+    {
+        QFETCH(QStringList, figures);
+        QFETCH(QString, balance);
+        QFETCH(QString, total);
+        Quorvel quorvel;
+        OrderManager &manager = *quorvel.getOrderManager();
+        manager.create();
+        manager.value->userSetStringValue(figures.at(0));
+        manager.taxAmount->userSetStringValue(figures.at(1));
+        manager.shipping->userSetStringValue(figures.at(2));
+        manager.deposit->userSetStringValue(figures.at(3));
+        manager.calculateBalance();
+        QCOMPARE(manager.balance->stringValue(), balance);
+
+        manager.finish(&manager);
+        const Order *order = manager.getCurrentItem();
+        QCOMPARE(order->getBalance(), balance);
+        QCOMPARE(order->getValueWithTax(), total);
+    }
+
+    void shouldPutTheMaterialsTotalInTheValueWithTwoDecimals()
+    {
+        Quorvel quorvel;
+        OrderManager &manager = *quorvel.getOrderManager();
+        Order *order = addOrder(quorvel, QStringLiteral("Shelves"));
+        for (const char *total : {"400", "65"}) {
+            std::unique_ptr<Material> line = Material::withOrder(order->getID());
+            line->setTotal(QLatin1String(total));
+            quorvel.getBOMManager()->add(line.release());
+        }
+        openOrder(manager, order);
+        manager.deposit->setStringValue(QStringLiteral("100"));
+        manager.insertBOMTotal();
+        QCOMPARE(manager.value->stringValue(), QStringLiteral("465.00"));
+        QCOMPARE(manager.balance->stringValue(), QStringLiteral("365.00"));
+        manager.finish(&manager);
+        QCOMPARE(order->getValue(), QStringLiteral("465.00"));
     }
 
     void shouldAskAboutAChangedRateAndShowTaxOnlyWithARate_data()

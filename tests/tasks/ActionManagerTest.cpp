@@ -115,9 +115,10 @@ private Q_SLOTS:
         QTest::addColumn<QString>("totalTime");
         QTest::addColumn<int>("unitsIndex");
         QTest::addColumn<QString>("charge");
-        QTest::newRow("hours") << "8.5" << 0 << "340";
-        QTest::newRow("days") << "8.5" << 1 << "340";
-        QTest::newRow("a negative duration") << "-8.5" << 0 << "-340";
+        QTest::newRow("hours") << "8.5" << 0 << "340.00";
+        QTest::newRow("days") << "8.5" << 1 << "340.00";
+        QTest::newRow("a negative duration") << "-8.5" << 0 << "-340.00";
+        QTest::newRow("a fraction of a day") << "0.35416666" << 1 << "14.17";
     }
     void shouldChargeTheDurationTimesTheRateWhateverTheUnits()
     {

@@ -5,6 +5,7 @@
 #include "app/PrefsController.h"
 #include "app/Quorvel.h"
 #include "platform/Clock.h"
+#include "platform/DateReading.h"
 #include "platform/Dates.h"
 #include "platform/Localised.h"
 #include "platform/Log.h"
@@ -64,6 +65,7 @@ BillManager::BillManager(Quorvel *controller, QObject *parent)
     // "All" takes no start date.
     fromDate->setEnabled(false);
     editorWindow->setTitle(localised("Invoice"));
+    amount->setMoney(true);
     // The search field is wired by ListManager.
     connect(periodPopUp, &PopUp::activated, this, [this] { filter(); });
     connect(fromDate, &TextField::edited, this, [this] { filter(); });
@@ -73,6 +75,9 @@ BillManager::~BillManager() = default;
 
 QString BillManager::userDateFormat() const
 {
+    // The start date's own format, which the preferences give it.
+    if (platform::isDayFormat(fromDate->dateFormat()))
+        return fromDate->dateFormat();
     return !quorvel || quorvel->getPrefsController()->isUKFormat() ? dayFirst : monthFirst;
 }
 
@@ -104,7 +109,6 @@ void BillManager::setItem(Bill *bill)
     if (!bill)
         return;
     currentItem = shareOf(bill);
-    datePaid->setDateFormat(userDateFormat());
     invoiceNumber->setStringValue(bill->getNumber());
     name->setStringValue(bill->getName());
     datePaid->setStringValue(bill->getDatePaid());
@@ -174,7 +178,6 @@ void BillManager::filter()
     if (!quorvel || !quorvel->hasAccounts())
         return;
     const QString format = userDateFormat();
-    fromDate->setDateFormat(format);
     const QString search = searchField->stringValue();
     QString from = fromDate->stringValue();
     const QString period = periodPopUp->titleOfSelectedItem();

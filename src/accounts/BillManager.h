@@ -67,7 +67,8 @@ public:
     // The money-in report definition for a period: the start date text
     // (empty: none) and the end date text (null: none).
     static QVariantMap moneyInDefinition(const QString &from, const QString &to);
-    // The user's date order ("%d/%m/%y" or "%m/%d/%y").
+    // The user's date order ("%d/%m/%y" or "%m/%d/%y"): the start date
+    // field's format.
     QString userDateFormat() const;
 
     Bill *getCurrentItem() const { return currentItem.get(); }

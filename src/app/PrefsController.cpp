@@ -216,18 +216,7 @@ void PrefsController::readDefaults()
         dateFormat->selectCellAtColumn(settings.value(keyDateFormat).toString() == QLatin1String("1") ? 1 : 0);
 
     // 3. The date format on the date fields and their labels.
-    const bool monthFirst = dateFormat->selectedColumn() == 1;
-    const QString label = monthFirst ? QStringLiteral("mm/dd/yy") : QStringLiteral("dd/mm/yy");
-    const QString format = monthFirst ? QStringLiteral("%m/%d/%y") : QStringLiteral("%d/%m/%y");
-    for (TextField *text : dateFormatTexts) {
-        if (text)
-            text->setStringValue(label);
-    }
-    for (TextField *field : dateFields) {
-        if (field)
-            field->setDateFormat(format);
-    }
-    ukFormat = !monthFirst;
+    setUKFormat(dateFormat->selectedColumn() != 1);
 
     // 4. The remaining fields and the three lists.
     fillField(settings, keyCurrency, currencyField);
@@ -310,6 +299,21 @@ void PrefsController::readDefaults()
         time = false;
     }
     populateLists();
+}
+
+void PrefsController::setUKFormat(bool dayFirst)
+{
+    const QString label = dayFirst ? QStringLiteral("dd/mm/yy") : QStringLiteral("mm/dd/yy");
+    const QString format = dayFirst ? QStringLiteral("%d/%m/%y") : QStringLiteral("%m/%d/%y");
+    for (TextField *text : std::as_const(dateFormatTexts)) {
+        if (text)
+            text->setStringValue(label);
+    }
+    for (TextField *field : std::as_const(dateFields)) {
+        if (field)
+            field->setDateFormat(format);
+    }
+    ukFormat = dayFirst;
 }
 
 void PrefsController::OKButton()

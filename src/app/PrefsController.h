@@ -26,7 +26,6 @@
 #include <QObject>
 #include <QString>
 #include <QStringList>
-#include <array>
 #include <optional>
 
 class PrefsController : public QObject
@@ -54,7 +53,10 @@ public:
     // The command line sets the two itself: it makes the accounts whether or
     // not the accounts tab is shown, in the date order stored in the preferences.
     void setHasAccounts(bool on) { accounts = on; }
-    void setUKFormat(bool dayFirst) { ukFormat = dayFirst; }
+    // Day first ("%d/%m/%y", "dd/mm/yy") or month first ("%m/%d/%y",
+    // "mm/dd/yy"): isUKFormat, the date format of every date field and the
+    // text of every format label.
+    void setUKFormat(bool dayFirst);
 
     float getGlobalTaxRate() const;
     QString getTaxStatement() const;  // trimmed of blanks and newlines at both ends
@@ -134,8 +136,10 @@ public:
     Window *orderWindow = nullptr;
     Button *itemMenuItem = nullptr;
     Button *orderMenuItem = nullptr;
-    std::array<TextField *, 7> dateFields{};
-    std::array<TextField *, 7> dateFormatTexts{};
+    // The date fields of the other windows, which take the user's date
+    // format, and labels that name that format.
+    QList<TextField *> dateFields;
+    QList<TextField *> dateFormatTexts;
     PopUp *invoiceListPopUpButton = nullptr;
     PopUp *statusListPopUpButton = nullptr;
     PopUp *contactTypePopUpButton = nullptr;

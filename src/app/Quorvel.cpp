@@ -89,6 +89,16 @@ Quorvel::Quorvel(QObject *parent)
     accountsTabView->setTabs({QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("3")},
                              {localised("Money Out"), localised("Money In"), localised("Statement")});
     prefsController->mainTabView = mainTabView;
+    // Every date field takes the user's date format from the preferences:
+    // the order's date and the dates its deposit and balance were paid (in
+    // the order editor and at the checkout), a task's start and end, the
+    // date a bill was paid, and the first day of the accounts' period.
+    prefsController->dateFields = {orderManager->date,       orderManager->depositPaid,    orderManager->balancePaid,
+                                   checkoutManager->date,    checkoutManager->depositPaid, checkoutManager->balancePaid,
+                                   actionManager->startDate, actionManager->endDate,       billManager->datePaid,
+                                   billManager->fromDate};
+    // Day first until the preferences are read.
+    prefsController->setUKFormat(prefsController->isUKFormat());
     prefsController->contactTypePopUpButton = contactManager->type;
     prefsController->companyTypePopUpButtons = {companyEditor->type, companyContactEditor->type};
 

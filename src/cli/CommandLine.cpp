@@ -128,11 +128,13 @@ QDateTime parseMoment(const QString &text)
 }
 
 // The preferences a pass of the repeat checker uses (the order prefix, the
-// tax rate, the word for an order), as the program reads them at start; an
-// absent key keeps the program's default.
+// tax rate, the word for an order, and the date order the copies are dated
+// in), as the program reads them at start; an absent key keeps the
+// program's default.
 void readRepeatPreferences(PrefsController &prefs)
 {
     const QSettings settings(PrefsController::settingsName(), PrefsController::settingsName());
+    prefs.setUKFormat(settings.value(QStringLiteral("QuorvelDateFormat")).toString() != QLatin1String("1"));
     const std::pair<QString, TextField *> fields[] = {
         {QStringLiteral("QuorvelOrderPrefix"), prefs.orderPrefixField},
         {QStringLiteral("QuorvelTaxRate"), prefs.taxRate},

@@ -44,6 +44,9 @@ ItemManager::ItemManager(Quorvel *controller, QObject *parent)
     // Stored in the items file as they stand, so not translated.
     condition->addItems({u"New"_s, u"Used"_s, u"Refurbished"_s, u"Damaged"_s});
     editorWindow->setTitle(localised("Item"));
+    // Prices and shipping show two decimals; the figure shown is the one stored.
+    for (TextField *money : {price, bought, shipping})
+        money->setMoney(true);
     connect(stockFilter, &PopUp::activated, this, [this] { filter(); });
 }
 

@@ -165,6 +165,9 @@ OrderManager::OrderManager(Quorvel *controller, QObject *parent)
     editContactButton->setEnabled(false);
     attachmentButton->setEnabled(false);
     editorWindow->setTitle(localised("Order"));
+    // The money fields show two decimals; the figure shown is the one stored.
+    for (TextField *money : {value, taxAmount, shipping, deposit, balance, valueWithTax, checkoutTaxAmount})
+        money->setMoney(true);
 
     connect(filterPopUp, &PopUp::activated, this, [this] { filter(); });
     connect(calculateTaxButton, &Button::activated, this, [this] { calculateTax(); });
@@ -239,6 +242,10 @@ void OrderManager::create()
     currentItem->setDate(u"today"_s);
     currentItem->setTaxRate(platform::format2(prefs->getGlobalTaxRate()));
     setItem(currentItem.get());
+    // The order holds its date as the date field shows it (today's date in
+    // the user's date format), also when it joins the list before it is
+    // finished, as it does when a contact is linked to it.
+    currentItem->setDate(date->stringValue());
     show();
 }
 
@@ -481,7 +488,7 @@ void OrderManager::calculateBalance()
     float owed = value->floatValue() + taxAmount->floatValue();
     owed = owed + shipping->floatValue();
     owed = owed - deposit->floatValue();
-    balance->setStringValue(platform::shortestFloatText(owed));
+    balance->setFloatValue(owed);
     Q_EMIT valueTextDidChange();
 }
 
@@ -685,7 +692,8 @@ std::shared_ptr<Order> OrderManager::copyForRepeat(Order &source)
     const auto copy = std::make_shared<Order>();
     add(copy);  // takes the next id at once
     copy->setOrderNum(prefs->getOrderPrefix() + QString::number(copy->getID()));
-    copy->setDate(u"today"_s);
+    // Dated as the order editor's date field shows "today".
+    copy->setDate(date->formatted(u"today"_s));
     copy->setTaxRate(platform::format2(prefs->getGlobalTaxRate()));
     copy->setTax(source.getTax());
     copy->setBalance(source.getBalance());

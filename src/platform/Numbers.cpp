@@ -205,6 +205,62 @@ QString format6(double value)
     return fixed(value, 6);
 }
 
+std::optional<QString> moneyText(QStringView text)
+{
+    const QStringView figures = text.trimmed();
+    const qsizetype n = figures.size();
+    qsizetype i = 0;
+    bool negative = false;
+    if (i < n && (figures[i] == u'+' || figures[i] == u'-')) {
+        negative = figures[i] == u'-';
+        ++i;
+    }
+    // The whole part: digits, perhaps in groups of three after the first.
+    QString digits;
+    int group = 0;
+    bool grouped = false;
+    for (; i < n; ++i) {
+        if (isDigit(figures[i].unicode())) {
+            digits += figures[i];
+            ++group;
+        } else if (figures[i] == u',') {
+            if (group == 0 || group > 3 || (grouped && group != 3))
+                return std::nullopt;
+            grouped = true;
+            group = 0;
+        } else {
+            break;
+        }
+    }
+    if (grouped && group != 3)
+        return std::nullopt;
+    QString fraction;
+    if (i < n && figures[i] == u'.') {
+        for (++i; i < n && isDigit(figures[i].unicode()); ++i)
+            fraction += figures[i];
+    }
+    if (i != n || (digits.isEmpty() && fraction.isEmpty()))
+        return std::nullopt;
+
+    // Whole part and cents as one row of digits, rounded on the third decimal.
+    QString cents = (digits.isEmpty() ? QStringLiteral("0") : digits) + (fraction + QStringLiteral("00")).left(2);
+    if (fraction.size() > 2 && fraction[2] >= u'5') {
+        qsizetype k = cents.size() - 1;
+        for (; k >= 0 && cents[k] == u'9'; --k)
+            cents[k] = u'0';
+        if (k < 0)
+            cents.prepend(u'1');
+        else
+            cents[k] = QChar(cents[k].unicode() + 1);
+    }
+    QString whole = cents.left(cents.size() - 2);
+    while (whole.size() > 1 && whole[0] == u'0')
+        whole.remove(0, 1);
+    const QString result = whole + u'.' + cents.right(2);
+    const bool zero = whole == QLatin1String("0") && cents.endsWith(QLatin1String("00"));
+    return negative && !zero ? u'-' + result : result;
+}
+
 QString withoutCommas(const QString &text)
 {
     if (!text.contains(QLatin1Char(',')))

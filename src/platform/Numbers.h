@@ -3,6 +3,7 @@
 // that every record and manager uses.
 #include <QString>
 #include <QStringView>
+#include <optional>
 
 namespace platform {
 
@@ -25,14 +26,22 @@ bool isNumeric(QStringView text);
 // "%.2f" (and "%1.2f", which is the same for every value) of a number,
 // rounded as printf rounds, with "." whatever the locale.
 QString format2(double value);
-// "%f": six decimals.
 // A float as a text field shows the number itself: the fewest decimals that
 // still read back as the same float (107.5, 20, -3.25, 0.35416666), with "."
 // whatever the locale.
 QString shortestFloatText(float number);
+// "%f": six decimals.
 QString format6(double value);
 // "%i" / "%d".
 inline QString formatInt(int value) { return QString::number(value); }
+
+// Money as a money field shows it. Text that is wholly a decimal number
+// (blanks around it, a sign, "," between groups of three digits: "1,234.5")
+// comes with two decimals, rounded half away from zero on the figures as
+// written ("2.675" is "2.68"), and without thousands separators ("1234.50"),
+// so that floatValue reads it back. Any other text ("", "12 boxes", "1e3",
+// "1,23", "twelve") gives none.
+std::optional<QString> moneyText(QStringView text);
 
 // The text with every "," removed (money totals ignore thousands separators).
 QString withoutCommas(const QString &text);

@@ -128,4 +128,10 @@ QString installStringTable(const QString &language)
     return wanted;
 }
 
+QString installedLanguage()
+{
+    const std::unique_ptr<StringTable> &installed = installedTable();
+    return installed && !installed->languageCode().isEmpty() ? installed->languageCode() : English;
+}
+
 }  // namespace platform

@@ -49,4 +49,7 @@ private:
 // application object yet or the table could not be read).
 QString installStringTable(const QString &language = QString());
 
+// The language of the table installed ("de"), "en" when none is.
+QString installedLanguage();
+
 }  // namespace platform

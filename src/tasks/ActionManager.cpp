@@ -47,6 +47,10 @@ ActionManager::ActionManager(Quorvel *controller, QObject *parent)
     totalTimeUnits->selectItemAtIndex(0);
     startTime->setDateFormat(timeFormat);
     endTime->setDateFormat(timeFormat);
+    // The dates take the user's date format from the preferences; the rate
+    // and the charge are money, with two decimals.
+    rate->setMoney(true);
+    totalCharge->setMoney(true);
     filterPopUp->addItems({localised("All"), localised("Incomplete")});
     filterPopUp->selectItemAtIndex(0);
     connect(filterPopUp, &PopUp::activated, this, [this] { filter(); });
@@ -85,9 +89,6 @@ void ActionManager::setItem(Action *action)
     if (!action)
         return;
     currentItem = shareOf(action);
-    // The dates are read and shown in the user's date order of the moment.
-    startDate->setDateFormat(userDateFormat());
-    endDate->setDateFormat(userDateFormat());
     alarmButton->setState(action->isAlarm());
     complete->setState(action->isComplete());
     details->setString(action->getDetails());
@@ -206,13 +207,13 @@ void ActionManager::setObjectValueForTableColumn(const QString &, const QString 
 
 std::optional<QDateTime> ActionManager::momentFrom(const TextField *date, const TextField *time)
 {
-    const QString dateFormat = date->dateFormat().isEmpty() ? dayFirst : date->dateFormat();
     const QString clockFormat = time->dateFormat().isEmpty() ? timeFormat : time->dateFormat();
-    const std::optional<QDateTime> day = platform::parseDate(date->stringValue().trimmed(), dateFormat);
+    const std::optional<QDate> day = date->dateValue();
     const std::optional<QDateTime> clock = platform::parseDate(time->stringValue().trimmed(), clockFormat);
     if (!day || !clock)
         return std::nullopt;
-    return day->addSecs(qint64(clock->time().hour()) * 3600 + qint64(clock->time().minute()) * 60);
+    return QDateTime(*day, QTime(0, 0))
+        .addSecs(qint64(clock->time().hour()) * 3600 + qint64(clock->time().minute()) * 60);
 }
 
 std::optional<float> ActionManager::calculateTotalTime()
@@ -230,7 +231,7 @@ std::optional<float> ActionManager::calculateTotalTime()
     const double seconds = double(start->msecsTo(*end)) / 1000.0;
     const float hours = float(seconds / 60.0) / 60.0f;
     const float result = totalTimeUnits->titleOfSelectedItem() == "Days"_L1 ? hours / 24.0f : hours;
-    totalTime->setStringValue(platform::shortestFloatText(result));
+    totalTime->setFloatValue(result);
     calculationMessage->setStringValue(u""_s);
     return result;
 }
@@ -244,7 +245,7 @@ std::optional<float> ActionManager::calculateTotalCharge()
         return std::nullopt;
     }
     const float charge = totalTime->floatValue() * rate->floatValue();
-    totalCharge->setStringValue(platform::shortestFloatText(charge));
+    totalCharge->setFloatValue(charge);
     calculationMessage->setStringValue(u""_s);
     return charge;
 }

@@ -101,7 +101,8 @@ private:
     // The user's date format: "%d/%m/%y" or "%m/%d/%y".
     QString userDateFormat() const;
     // A moment from a date field and a time field, each read with its own
-    // format; none when either cannot be read.
+    // format (the date may be a word such as "today"); none when either
+    // cannot be read.
     static std::optional<QDateTime> momentFrom(const TextField *date, const TextField *time);
 
     // The task in the editor (a new one is listed when it is finished).

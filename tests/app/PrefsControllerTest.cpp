@@ -154,8 +154,8 @@ private Q_SLOTS:
         PrefsController prefs;
         TextField field;
         TextField text;
-        prefs.dateFields[6] = &field;
-        prefs.dateFormatTexts[6] = &text;
+        prefs.dateFields = {&field};
+        prefs.dateFormatTexts = {&text};
         prefs.readDefaults();
         QCOMPARE(text.stringValue(), label);
         QCOMPARE(field.dateFormat(), format);

@@ -217,6 +217,7 @@ private Q_SLOTS:
         const QByteArray saved = readFile(orders);
         QVERIFY(holds(saved, "lastrepeatdate", "15/02/09"));
         QVERIFY(holds(saved, "ordernum", "INV8"));
+        QVERIFY(holds(saved, "date", "16/02/09"));  // the copy is dated the day of the pass
         QCOMPARE(readFile(lines).count("<key>order</key>"), 6);
 
         // Not due again until 15/03/09: nothing printed, nothing written.
@@ -238,11 +239,12 @@ private Q_SLOTS:
     {
         makeRepeatingDatabase();
         writeFile(support + QStringLiteral("/Quorvel/preferences/Quorvel/Quorvel.conf"),
-                  "[General]\nQuorvelOrderPrefix=JOB\nQuorvelTermOrder=Job\n");
+                  "[General]\nQuorvelOrderPrefix=JOB\nQuorvelTermOrder=Job\nQuorvelDateFormat=1\n");
         const CliResult result = repeatAt("2009-02-16T10:00");
         QCOMPARE(result.code, 0);
         QCOMPARE(result.out, QByteArray("INV7 -> JOB8\n"));
         QVERIFY2(result.err.contains("Repeat Job"), result.err.constData());
+        QVERIFY(holds(readFile(bundle + QStringLiteral("/orders.xml")), "date", "02/16/09"));  // month first
     }
 
     void shouldMakeNoPassWhenTheLinesCannotBeRead()

@@ -73,7 +73,7 @@ private Q_SLOTS:
         QCOMPARE(editor.find<QLineEdit>("taxAmount")->text(), QStringLiteral("17.50"));
         editor.type("shipping", QStringLiteral("10"));
         editor.type("deposit", QStringLiteral("20"));
-        QCOMPARE(editor.find<QLineEdit>("balance")->text(), QStringLiteral("107.5"));
+        QCOMPARE(editor.find<QLineEdit>("balance")->text(), QStringLiteral("107.50"));
 
         editor.click("okButton");
         QCOMPARE(order->getValueWithTax(), QStringLiteral("127.50"));

@@ -1,5 +1,6 @@
 // The order list and editor without a window: new orders, tax and balance,
 // the tax-rate question, the list filter, deleting and the customer's block.
+#include "Preferences.h"
 #include "TestEnvironment.h"
 #include "TestMain.h"
 
@@ -17,6 +18,7 @@
 #include <QFile>
 #include <QSettings>
 #include <QTest>
+#include <memory>
 
 using testlib::TestEnvironment;
 
@@ -71,7 +73,7 @@ private Q_SLOTS:
 
         manager.create();
         QCOMPARE(manager.orderNumber->stringValue(), QStringLiteral("INV12"));
-        QCOMPARE(manager.date->stringValue(), QStringLiteral("today"));
+        QCOMPARE(manager.date->stringValue(), QStringLiteral("15/01/26"));
         QCOMPARE(manager.getCurrentItem()->getTaxRate(), QStringLiteral("17.50"));
         QVERIFY(TestEnvironment::current().alertsShown().isEmpty());  // a new order never asks
         QCOMPARE(manager.getCount(), 1);
@@ -81,7 +83,7 @@ private Q_SLOTS:
         manager.deposit->setStringValue(QStringLiteral("20"));
         manager.calculateTax();
         QCOMPARE(manager.taxAmount->stringValue(), QStringLiteral("17.50"));
-        QCOMPARE(manager.balance->stringValue(), QStringLiteral("107.5"));
+        QCOMPARE(manager.balance->stringValue(), QStringLiteral("107.50"));
 
         manager.finish(&manager);
         QCOMPARE(manager.getCount(), 2);
@@ -89,6 +91,84 @@ private Q_SLOTS:
         QVERIFY(!manager.editorWindow->isVisible());
         QFile file(platform::paths::bundleFile(QStringLiteral("orders.xml")));
         QVERIFY(file.open(QIODevice::ReadOnly) && file.readAll().contains("<string>127.50</string>"));
+    }
+
+    void shouldDateANewOrderTodayInTheUsersOrder_data()
+    {
+        QTest::addColumn<bool>("monthFirst");
+        QTest::addColumn<QString>("today");
+        QTest::newRow("day first") << false << "15/01/26";
+        QTest::newRow("month first") << true << "01/15/26";
+    }
+    void shouldDateANewOrderTodayInTheUsersOrder()
+    {
+        QFETCH(bool, monthFirst);
+        QFETCH(QString, today);
+        Quorvel quorvel;
+        testlib::startWithModules(quorvel, monthFirst);
+        OrderManager &manager = *quorvel.getOrderManager();
+        manager.create();
+        QCOMPARE(manager.date->stringValue(), today);
+        // Already dated when a contact takes it into the list before it is finished.
+        QCOMPARE(manager.getCurrentItem()->getDate(), today);
+        manager.finish(&manager);
+        QCOMPARE(manager.getCurrentItem()->getDate(), today);
+        QCOMPARE(manager.getCurrentItem()->getFieldByName(QStringLiteral("date")), today);
+
+        // A repeat made of it is dated today too.
+        const Order *copy = manager.duplicate(manager.getCurrentItem());
+        QVERIFY(copy);
+        QCOMPARE(copy->getDate(), today);
+    }
+
+    void shouldShowAndStoreTheBalanceWithTwoDecimals_data()
+    {
+        QTest::addColumn<QStringList>("figures");  // value, tax amount, shipping, deposit
+        QTest::addColumn<QString>("balance");
+        QTest::addColumn<QString>("total");
+        QTest::newRow("a deposit against cents") << QStringList{"385.33", "67.45", "", "100"} << "352.78" << "452.78";
+        QTest::newRow("whole figures") << QStringList{"100", "17.50", "10", "20"} << "107.50" << "127.50";
+        QTest::newRow("more paid than owed") << QStringList{"10", "", "", "25"} << "-15.00" << "10.00";
+        QTest::newRow("figures with words") << QStringList{"12 boxes", "", "", "on account"} << "12.00" << "12.00";
+    }
+    void shouldShowAndStoreTheBalanceWithTwoDecimals()
+    {
+        QFETCH(QStringList, figures);
+        QFETCH(QString, balance);
+        QFETCH(QString, total);
+        Quorvel quorvel;
+        OrderManager &manager = *quorvel.getOrderManager();
+        manager.create();
+        manager.value->userSetStringValue(figures.at(0));
+        manager.taxAmount->userSetStringValue(figures.at(1));
+        manager.shipping->userSetStringValue(figures.at(2));
+        manager.deposit->userSetStringValue(figures.at(3));
+        manager.calculateBalance();
+        QCOMPARE(manager.balance->stringValue(), balance);
+
+        manager.finish(&manager);
+        const Order *order = manager.getCurrentItem();
+        QCOMPARE(order->getBalance(), balance);
+        QCOMPARE(order->getValueWithTax(), total);
+    }
+
+    void shouldPutTheMaterialsTotalInTheValueWithTwoDecimals()
+    {
+        Quorvel quorvel;
+        OrderManager &manager = *quorvel.getOrderManager();
+        Order *order = addOrder(quorvel, QStringLiteral("Shelves"));
+        for (const char *total : {"400", "65"}) {
+            const std::shared_ptr<Material> line = Material::withOrder(order->getID());
+            line->setTotal(QLatin1String(total));
+            quorvel.getBOMManager()->add(line);
+        }
+        openOrder(manager, order);
+        manager.deposit->setStringValue(QStringLiteral("100"));
+        manager.insertBOMTotal();
+        QCOMPARE(manager.value->stringValue(), QStringLiteral("465.00"));
+        QCOMPARE(manager.balance->stringValue(), QStringLiteral("365.00"));
+        manager.finish(&manager);
+        QCOMPARE(order->getValue(), QStringLiteral("465.00"));
     }
 
     void shouldAskAboutAChangedRateAndShowTaxOnlyWithARate_data()

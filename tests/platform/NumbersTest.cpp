@@ -26,6 +26,10 @@ private slots:
     void shouldPrintSixDecimals_data();
     void shouldPrintSixDecimals();
     void shouldRemoveEveryComma();
+    void shouldWriteMoneyWithTwoDecimals_data();
+    void shouldWriteMoneyWithTwoDecimals();
+    void shouldWriteNoMoneyForOtherText_data();
+    void shouldWriteNoMoneyForOtherText();
     void shouldSearchIgnoringCase_data();
     void shouldSearchIgnoringCase();
 };
@@ -231,6 +235,69 @@ void NumbersTest::shouldSearchIgnoringCase()
     QFETCH(QString, needle);
     QFETCH(bool, expected);
     QCOMPARE(platform::containsText(haystack, needle), expected);
+}
+
+void NumbersTest::shouldWriteMoneyWithTwoDecimals_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("money");
+    QTest::newRow("whole") << "100" << "100.00";
+    QTest::newRow("one decimal") << "107.5" << "107.50";
+    QTest::newRow("six decimals") << "465.000000" << "465.00";
+    QTest::newRow("single-precision noise") << "452.78003" << "452.78";
+    QTest::newRow("half rounds up") << "2.675" << "2.68";
+    QTest::newRow("below half rounds down") << "2.6749" << "2.67";
+    QTest::newRow("carry into the whole part") << "9.995" << "10.00";
+    QTest::newRow("carry into a new digit") << "999.999" << "1000.00";
+    QTest::newRow("negative") << "-20" << "-20.00";
+    QTest::newRow("negative rounds away from zero") << "-0.125" << "-0.13";
+    QTest::newRow("negative zero") << "-0.001" << "0.00";
+    QTest::newRow("plus sign") << "+5" << "5.00";
+    QTest::newRow("no whole part") << ".5" << "0.50";
+    QTest::newRow("no decimals after the point") << "5." << "5.00";
+    QTest::newRow("leading zeros") << "007.1" << "7.10";
+    QTest::newRow("blanks around") << "  42\t" << "42.00";
+    QTest::newRow("thousands separators") << "1,000,000.00" << "1000000.00";
+    QTest::newRow("short first group") << "12,345.6" << "12345.60";
+    QTest::newRow("many digits") << "123456789012345678.905" << "123456789012345678.91";
+}
+
+void NumbersTest::shouldWriteMoneyWithTwoDecimals()
+{
+    QFETCH(QString, text);
+    QFETCH(QString, money);
+    const std::optional<QString> written = platform::moneyText(text);
+    QVERIFY(written.has_value());
+    QCOMPARE(*written, money);
+    // What is written reads back as the figure shown.
+    QCOMPARE(platform::moneyText(*written), written);
+}
+
+void NumbersTest::shouldWriteNoMoneyForOtherText_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::newRow("empty") << "";
+    QTest::newRow("blanks") << "   ";
+    QTest::newRow("words") << "on account";
+    QTest::newRow("a number and words") << "12 boxes";
+    QTest::newRow("a currency sign") << "$12";
+    QTest::newRow("an exponent") << "1e3";
+    QTest::newRow("a date") << "01/03/08";
+    QTest::newRow("a lone point") << ".";
+    QTest::newRow("a lone sign") << "-";
+    QTest::newRow("a decimal comma") << "1,23";
+    QTest::newRow("a group of four") << "1,2345";
+    QTest::newRow("a first group of four") << "1234,567";
+    QTest::newRow("a trailing comma") << "1,";
+    QTest::newRow("a leading comma") << ",100";
+    QTest::newRow("two points") << "1.2.3";
+    QTest::newRow("a blank after the sign") << "- 3";
+}
+
+void NumbersTest::shouldWriteNoMoneyForOtherText()
+{
+    QFETCH(QString, text);
+    QCOMPARE(platform::moneyText(text), std::optional<QString>());
 }
 
 QUORVEL_TEST(NumbersTest)

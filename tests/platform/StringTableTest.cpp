@@ -176,6 +176,7 @@ void StringTableTest::shouldChooseTheLanguage()
     platform::installStringTable(installed == QLatin1String("de") ? QStringLiteral("en") : QStringLiteral("de"));
     LanguageVariable language(variable);
     QCOMPARE(platform::installStringTable(given), installed);
+    QCOMPARE(platform::installedLanguage(), installed);
     QCOMPARE(platform::localised("Delete"), deleteReads);
 }
 

@@ -71,6 +71,10 @@ private Q_SLOTS:
             << false << QStringList{"03/01/08", "09:00", "03/02/08", "09:00"} << "Days" << 31.0f << "31";
         QTest::newRow("month first: 1 March to 2 March")
             << true << QStringList{"03/01/08", "09:00", "03/02/08", "09:00"} << "Days" << 1.0f << "1";
+        QTest::newRow("words for the days")
+            << false << QStringList{"today", "09:00", "tomorrow", "17:30"} << "Hours" << 32.5f << "32.5";
+        QTest::newRow("a date without its year")
+            << true << QStringList{"1/14", "08:00", "01/15/26", "08:00"} << "Days" << 1.0f << "1";
     }
     void shouldWorkOutTheDurationFromStartToEnd()
     {
@@ -111,9 +115,10 @@ private Q_SLOTS:
         QTest::addColumn<QString>("totalTime");
         QTest::addColumn<int>("unitsIndex");
         QTest::addColumn<QString>("charge");
-        QTest::newRow("hours") << "8.5" << 0 << "340";
-        QTest::newRow("days") << "8.5" << 1 << "340";
-        QTest::newRow("a negative duration") << "-8.5" << 0 << "-340";
+        QTest::newRow("hours") << "8.5" << 0 << "340.00";
+        QTest::newRow("days") << "8.5" << 1 << "340.00";
+        QTest::newRow("a negative duration") << "-8.5" << 0 << "-340.00";
+        QTest::newRow("a fraction of a day") << "0.35416666" << 1 << "14.17";
     }
     void shouldChargeTheDurationTimesTheRateWhateverTheUnits()
     {

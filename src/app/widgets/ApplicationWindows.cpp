@@ -18,6 +18,7 @@
 #include "tasks/widgets/TaskEditorWindow.h"
 
 #include <QCoreApplication>
+#include <QThread>
 #include <QTableView>
 
 ApplicationWindows::ApplicationWindows(Quorvel &controller, QObject *parent) : QObject(parent), quorvel(controller)
@@ -59,6 +60,9 @@ void ApplicationWindows::terminate()
     terminated = true;
     quorvel.applicationWillTerminate();
     // exit(), not quit(): quit() first asks every window to close, and the
-    // main window refuses (closing it is itself a request to quit).
-    QCoreApplication::exit(0);
+    // main window refuses (closing it is itself a request to quit). With no
+    // event loop running yet there is none to leave, and exit() would end
+    // the next one at once instead.
+    if (QThread::currentThread()->loopLevel() > 0)
+        QCoreApplication::exit(0);
 }

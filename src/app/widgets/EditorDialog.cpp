@@ -22,15 +22,22 @@ EditorDialog::EditorDialog(const QString &name, const QString &title, std::funct
 void EditorDialog::layOut(QLayout *body, QLayout *below, std::function<void()> finish, QList<QPushButton *> extra)
 {
     auto *buttons = new QDialogButtonBox(this);
-    for (QPushButton *button : extra)
+    // A command of the window takes the fields as their formatters make them,
+    // also the one still being edited.
+    for (QPushButton *button : extra) {
         buttons->addButton(button, QDialogButtonBox::ActionRole);
+        connect(button, &QPushButton::pressed, this, [this] { binding::commitEditing(this); });
+    }
     QPushButton *ok = buttons->addButton(localised("OK"), QDialogButtonBox::AcceptRole);
     ok->setObjectName(QStringLiteral("okButton"));
     ok->setDefault(true);
     QPushButton *cancel = buttons->addButton(localised("Cancel"), QDialogButtonBox::RejectRole);
     cancel->setObjectName(QStringLiteral("cancelButton"));
     cancel->setAutoDefault(false);
-    connect(ok, &QPushButton::clicked, this, std::move(finish));
+    connect(ok, &QPushButton::clicked, this, [this, finish = std::move(finish)] {
+        binding::commitEditing(this);
+        finish();
+    });
     connect(cancel, &QPushButton::clicked, this, &EditorDialog::reject);
 
     auto *layout = new QVBoxLayout(this);

@@ -28,7 +28,8 @@ protected:
 
     // Lays the window out: the body, which takes the spare room, a row of
     // commands below it (when there is one) and the buttons: the extra ones,
-    // OK, which calls `finish`, and Cancel. Tab visits the tab chain in
+    // OK, which calls `finish`, and Cancel. OK and the extra buttons first
+    // end the editing of the field being edited. Tab visits the tab chain in
     // order and then the buttons; a window that leaves its tab chain empty
     // keeps the order its widgets were laid out in.
     void layOut(QLayout *body, QLayout *below, std::function<void()> finish, QList<QPushButton *> extra = {});

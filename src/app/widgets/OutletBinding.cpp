@@ -1,6 +1,7 @@
 #include "app/widgets/OutletBinding.h"
 
 #include "app/widgets/TableModel.h"
+#include "platform/DateReading.h"
 #include "platform/outlets/Button.h"
 #include "platform/outlets/CheckBox.h"
 #include "platform/outlets/ColorWell.h"
@@ -36,6 +37,8 @@
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QScreen>
+#include <QStyle>
+#include <QStyleOptionFrame>
 #include <QTabWidget>
 #include <QTableView>
 #include <QTextDocument>
@@ -154,6 +157,32 @@ void showState(const Outlet *outlet, QWidget *widget)
             widget->hide();
     } else if (widget->isHidden() && !widget->isWindow()) {
         widget->show();
+    }
+}
+
+// "%d/%m/%y" as the user reads it: "dd/mm/yy".
+QString formatHint(const QString &format)
+{
+    QString hint = format;
+    hint.replace(QLatin1String("%d"), QLatin1String("dd"));
+    hint.replace(QLatin1String("%m"), QLatin1String("mm"));
+    hint.replace(QLatin1String("%Y"), QLatin1String("yyyy"));
+    hint.replace(QLatin1String("%y"), QLatin1String("yy"));
+    return hint;
+}
+
+// What the field's formatter asks of the widget: a date field shows its
+// date format as a hint while it is empty; a money field shows its figures
+// at the right and is wide enough for a million with its cents.
+void showFormatter(const TextField *outlet, QLineEdit *widget)
+{
+    if (platform::isDayFormat(outlet->dateFormat()))
+        widget->setPlaceholderText(formatHint(outlet->dateFormat()));
+    if (outlet->isMoney()) {
+        widget->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        const int wide = widthToShow(widget, QStringLiteral("1,000,000.00"));
+        if (widget->minimumWidth() < wide)
+            widget->setMinimumWidth(wide);
     }
 }
 
@@ -296,6 +325,7 @@ void bind(TextField *outlet, QLineEdit *widget)
         if (widget->text() != outlet->stringValue())
             widget->setText(outlet->stringValue());
         widget->setReadOnly(!outlet->isEditable());
+        showFormatter(outlet, widget);
     });
     QObject::connect(widget, &QLineEdit::textEdited, link, [link, outlet](const QString &text) {
         if (link->fromUser())
@@ -305,6 +335,42 @@ void bind(TextField *outlet, QLineEdit *widget)
         if (link->fromUser())
             outlet->performAction();
     });
+    // Leaving the field (or Enter) ends its editing: the field's formatter
+    // has its say on what was typed.
+    QObject::connect(widget, &QLineEdit::editingFinished, link, [link, outlet] {
+        if (link->fromUser())
+            outlet->commitEditing();
+    });
+}
+
+void commitEditing(const QWidget *window)
+{
+    if (!window)
+        return;
+    const QList<QLineEdit *> edits = window->findChildren<QLineEdit *>();
+    for (QLineEdit *edit : edits) {
+        if (auto *field = qobject_cast<TextField *>(registeredOutlet(edit)))
+            field->commitEditing();
+    }
+}
+
+int widthToShow(const QLineEdit *widget, const QString &text)
+{
+    QStyleOptionFrame option;
+    option.initFrom(widget);
+    option.rect = widget->rect();
+    option.lineWidth =
+        widget->hasFrame() ? widget->style()->pixelMetric(QStyle::PM_DefaultFrameWidth, &option, widget) : 0;
+    option.midLineWidth = 0;
+    option.state |= QStyle::State_Sunken;
+    option.features = QStyleOptionFrame::None;
+    const QMargins margins = widget->textMargins();
+    // A line edit keeps two pixels free on either side of its text, and one
+    // for the cursor.
+    const QFontMetrics metrics = widget->fontMetrics();
+    const QSize contents(metrics.horizontalAdvance(text) + 2 * 2 + 1 + margins.left() + margins.right(),
+                         metrics.height());
+    return widget->style()->sizeFromContents(QStyle::CT_LineEdit, &option, contents, widget).width();
 }
 
 void bind(TextField *outlet, QLabel *widget)

@@ -40,7 +40,11 @@ class Window;
 
 namespace binding {
 
-void bind(TextField *outlet, QLineEdit *widget);   // Enter performs the field's action
+// Enter performs the field's action; leaving the field (or Enter) ends its
+// editing, so its formatter shapes what was typed. A date field shows its
+// format as a hint; a money field is right-aligned and wide enough to show
+// 1,000,000.00.
+void bind(TextField *outlet, QLineEdit *widget);
 void bind(TextField *outlet, QLabel *widget);      // shown only
 void bind(TextView *outlet, QPlainTextEdit *widget);
 // Plain text both ways; the rich-text package requests of the outlet are
@@ -63,6 +67,12 @@ void bind(TableView *outlet, QTableView *widget);
 // and modal runs (a QDialog is exec'ed; another widget runs a local loop
 // until it is hidden or stopModal is asked).
 void bind(Window *outlet, QWidget *widget);
+
+// Ends the editing of every text field in the window, as leaving each would
+// (a window's OK does this before it stores what the fields hold).
+void commitEditing(const QWidget *window);
+// The width a line edit needs to show the text in full.
+int widthToShow(const QLineEdit *widget, const QString &text);
 
 // The outlet bound to the widget or to its nearest ancestor, none if none.
 Outlet *outletFor(const QWidget *widget);

@@ -17,20 +17,6 @@ using editor::lineEdit;
 using editor::pushButton;
 using editor::row;
 
-namespace {
-
-// "%d/%m/%y" as the user reads it: "dd/mm/yy".
-QString hintFor(const QString &format)
-{
-    QString hint = format;
-    hint.replace(QLatin1String("%d"), QLatin1String("dd"));
-    hint.replace(QLatin1String("%m"), QLatin1String("mm"));
-    hint.replace(QLatin1String("%y"), QLatin1String("yy"));
-    return hint;
-}
-
-}  // namespace
-
 TaskEditorWindow::TaskEditorWindow(ActionManager &manager, QWidget *parent)
     : EditorDialog(QStringLiteral("taskEditorWindow"), localised("Task"),
                    [owner = &manager] { owner->cancel(); }, parent),
@@ -41,11 +27,11 @@ TaskEditorWindow::TaskEditorWindow(ActionManager &manager, QWidget *parent)
     firstField = form.field(actions.title, QStringLiteral("title"), localised("Title:"));
     form.notes(actions.details, QStringLiteral("details"), localised("Details:"));
 
-    startDateEdit = lineEdit(actions.startDate, QStringLiteral("startDate"));
+    QLineEdit *startDateEdit = lineEdit(actions.startDate, QStringLiteral("startDate"));
     QLineEdit *startTime = lineEdit(actions.startTime, QStringLiteral("startTime"));
     startTime->setPlaceholderText(QStringLiteral("hh:mm"));
     layout->addRow(localised("Start:"), row({startDateEdit, startTime}));
-    endDateEdit = lineEdit(actions.endDate, QStringLiteral("endDate"));
+    QLineEdit *endDateEdit = lineEdit(actions.endDate, QStringLiteral("endDate"));
     QLineEdit *endTime = lineEdit(actions.endTime, QStringLiteral("endTime"));
     endTime->setPlaceholderText(QStringLiteral("hh:mm"));
     layout->addRow(localised("End:"), row({endDateEdit, endTime}));
@@ -80,10 +66,3 @@ TaskEditorWindow::TaskEditorWindow(ActionManager &manager, QWidget *parent)
 }
 
 TaskEditorWindow::~TaskEditorWindow() = default;
-
-void TaskEditorWindow::showEvent(QShowEvent *event)
-{
-    startDateEdit->setPlaceholderText(hintFor(actions.startDate->dateFormat()));
-    endDateEdit->setPlaceholderText(hintFor(actions.endDate->dateFormat()));
-    EditorDialog::showEvent(event);
-}

@@ -9,7 +9,6 @@
 #include "app/widgets/EditorDialog.h"
 
 class ActionManager;
-class QLineEdit;
 
 class TaskEditorWindow : public EditorDialog
 {
@@ -18,12 +17,6 @@ public:
     explicit TaskEditorWindow(ActionManager &manager, QWidget *parent = nullptr);
     ~TaskEditorWindow() override;
 
-protected:
-    // Shows the date order as a hint and puts the focus in the title.
-    void showEvent(QShowEvent *event) override;
-
 private:
     ActionManager &actions;
-    QLineEdit *startDateEdit = nullptr;
-    QLineEdit *endDateEdit = nullptr;
 };

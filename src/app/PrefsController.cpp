@@ -189,17 +189,21 @@ void PrefsController::readDefaults()
 
     // 1. The welcome panel, unless the user asked not to see it again.
     if (settings.value(keyWelcome).toString() != yes) {
-        welcomePanel->center();
-        welcomePanel->runModal();
         const struct {
             const QString &key;
-            const CheckBox *panelBox;
+            CheckBox *panelBox;
             CheckBox *windowBox;
         } modules[] = {
             {keyAccountMmt, proAccountMmtButton2, proAccountMmtButton},
             {keyDataMmt, proDataMmtButton2, proDataMmtButton},
             {keyTimeMmt, proTimeMmtButton2, proTimeMmtButton},
         };
+        // The panel shows the modules as they are: ticked when stored "YES",
+        // so that pressing Start again keeps them.
+        for (const auto &module : modules)
+            module.panelBox->setState(settings.value(module.key).toString() == yes);
+        welcomePanel->center();
+        welcomePanel->runModal();
         for (const auto &module : modules) {
             const bool on = module.panelBox->state();
             settings.setValue(module.key, on ? yes : no);

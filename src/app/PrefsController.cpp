@@ -354,6 +354,10 @@ void PrefsController::OKButton()
 
 void PrefsController::openWindow()
 {
+    if (statusColourAssignmentPopUpButton->numberOfItems() == 0) {
+        statusColourAssignmentPopUpButton->addItems(getStatusList());
+        statusSelectorHasChanged();
+    }
     prefsWindow->makeKeyAndOrderFront();
 }
 

@@ -45,6 +45,9 @@ public:
     void readDefaults();
     // Takes the window off screen and stores everything, the notepad too.
     void OKButton();
+    // Brings the window to the front. The statuses to colour are offered
+    // even before the menus were first filled (a start without a notepad
+    // leaves them empty).
     void openWindow();
 
     bool hasTime() const { return time; }

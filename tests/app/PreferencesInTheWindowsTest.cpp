@@ -1,20 +1,27 @@
 // The preferences as a user meets them in the windows that the program's own
 // start-up builds: the modules as they are on the welcome panel of a later
-// start.
+// start, and the statuses offered for colouring before anything was ever
+// saved.
 #include "FormDriver.h"
 #include "Preferences.h"
 #include "TestMain.h"
 
+#include "app/PrefsController.h"
 #include "app/Quorvel.h"
 #include "app/widgets/ApplicationWindows.h"
+#include "app/widgets/MainWindow.h"
 #include "app/widgets/PrefsWindow.h"
 #include "platform/Paths.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QDialog>
 #include <QDir>
+#include <QFileInfo>
 #include <QPushButton>
+#include <QTabWidget>
 #include <QTest>
 #include <QTimer>
 
@@ -23,9 +30,28 @@ using testlib::preferences;
 
 namespace {
 
+void store(const char *key, const QString &value)
+{
+    preferences().setValue(QLatin1String(key), value);
+}
+
 QString stored(const char *key)
 {
     return preferences().value(QLatin1String(key)).toString();
+}
+
+void triggerMenu(const ApplicationWindows &windows, const QString &name)
+{
+    if (QAction *action = findNamed<QAction>(windows.mainWindow(), qPrintable(name)))
+        action->trigger();
+}
+
+QStringList itemTexts(const QComboBox *menu)
+{
+    QStringList texts;
+    for (int i = 0; menu && i < menu->count(); ++i)
+        texts << menu->itemText(i);
+    return texts;
 }
 
 // Answers the welcome panel once it runs: notes which module boxes it shows
@@ -113,6 +139,45 @@ private Q_SLOTS:
         }
     }
 
+    void shouldOfferTheStatusesForColouringBeforeAnythingWasSaved_data()
+    {
+        QTest::addColumn<QString>("statuses");  // stored; none: the window's own list
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<QStringList>("offered");
+        const QStringList standard{"Enquiry", "Quote", "Order", "Invoiced", "Complete"};
+        QTest::newRow("fresh folder, menu") << QString() << "preferencesAction" << standard;
+        QTest::newRow("fresh folder, toolbar") << QString() << "prefsItemIdentifier" << standard;
+        QTest::newRow("statuses stored, no notepad")
+            << "Quoted\nBuilt" << "preferencesAction" << QStringList{"Quoted", "Built"};
+    }
+    void shouldOfferTheStatusesForColouringBeforeAnythingWasSaved()
+    {
+        QFETCH(QString, statuses);
+        QFETCH(QString, command);
+        QFETCH(QStringList, offered);
+        store("QuorvelWelcome", QStringLiteral("YES"));
+        if (!statuses.isNull())
+            store("QuorvelStatuses", statuses);
+        Quorvel quorvel;
+        ApplicationWindows windows(quorvel);
+        windows.start();
+        QVERIFY(!QFileInfo::exists(PrefsController::notepadPath()));
+
+        triggerMenu(windows, command);
+        PrefsWindow *prefs = windows.prefsWindow();
+        QVERIFY(QTest::qWaitForWindowExposed(prefs));
+        prefs->tabs()->setCurrentWidget(findNamed<QWidget>(prefs, "prefsTab_colours"));
+        auto *status = findNamed<QComboBox>(prefs, "statusColourAssignmentPopUpButton");
+        QVERIFY(status);
+        QCOMPARE(itemTexts(status), offered);
+        QCOMPARE(status->currentText(), offered.first());
+
+        // The first status can be given its colour at once.
+        QTest::mouseClick(findNamed<QPushButton>(prefs, "setColourButton"), Qt::LeftButton);
+        const QList<QMap<QString, QString>> colours = PrefsController::flagColours();
+        QCOMPARE(colours.size(), 1);
+        QCOMPARE(colours.first().value(QStringLiteral("Status")), offered.first());
+    }
 };
 
 QUORVEL_TEST(PreferencesInTheWindowsTest)

@@ -141,6 +141,15 @@ PrefsController::PrefsController(QObject *parent)
       dontShowWelcomeButton(new CheckBox(this)),
       notepadView(new TextView(this))
 {
+    // The controls of other windows that only the preferences relabel.
+    BOMTabView = new TabView(this);
+    BOMTextField = new TextField(this);
+    selectFromItemsButton = new Button(this);
+    contactTabView = new TabView(this);
+    companyContactTabView = new TabView(this);
+    orderMenuItem = new Button(this);
+    itemMenuItem = new Button(this);
+
     // What the window shows before anything is stored.
     prefsWindow->setTitle(localised("Preferences"));
     welcomePanel->setTitle(localised("Welcome to Quorvel"));
@@ -176,6 +185,11 @@ PrefsController::PrefsController(QObject *parent)
 QString PrefsController::settingsName()
 {
     return QStringLiteral("Quorvel");
+}
+
+QString PrefsController::newCommandTitle(const QString &term)
+{
+    return QStringLiteral("New ") + term;
 }
 
 QString PrefsController::notepadPath()
@@ -267,12 +281,13 @@ void PrefsController::readDefaults()
         BOMTextField->setStringValue(bom);
     if (itemWindow)
         itemWindow->setTitle(termItem->stringValue());
+    // The menu items read as the toolbar's: "New Job" rather than "Job".
     if (itemMenuItem)
-        itemMenuItem->setTitle(termItem->stringValue());
+        itemMenuItem->setTitle(newCommandTitle(termItem->stringValue()));
     if (orderWindow)
         orderWindow->setTitle(termOrder->stringValue());
     if (orderMenuItem)
-        orderMenuItem->setTitle(termOrder->stringValue());
+        orderMenuItem->setTitle(newCommandTitle(termOrder->stringValue()));
 
     // 6. Module check boxes: switched on by "YES", never off here.
     if (settings.value(keyAccountMmt).toString() == yes)

@@ -89,6 +89,9 @@ Quorvel::Quorvel(QObject *parent)
     accountsTabView->setTabs({QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("3")},
                              {localised("Money Out"), localised("Money In"), localised("Statement")});
     prefsController->mainTabView = mainTabView;
+    prefsController->orderWindow = orderManager->editorWindow;
+    prefsController->itemWindow = itemManager->editorWindow;
+    prefsController->invoiceListPopUpButton = billManager->category;
     prefsController->contactTypePopUpButton = contactManager->type;
     prefsController->companyTypePopUpButtons = {companyEditor->type, companyContactEditor->type};
 
@@ -406,10 +409,10 @@ ToolbarItem Quorvel::toolbarItemForItemIdentifier(const QString &identifier) con
         {printItem, "print", "Image print not found.", [] { return localised("Print"); },
          [self] { self->printMenuItem(); }},
         {orderItem, "new", "Image new not found.",
-         [self] { return QStringLiteral("New ") + self->prefsController->getTermOrder(); },
+         [self] { return PrefsController::newCommandTitle(self->prefsController->getTermOrder()); },
          [self] { self->orderManager->create(); }},
         {itemItem, "item", "Image item not found.",
-         [self] { return QStringLiteral("New ") + self->prefsController->getTermItem(); },
+         [self] { return PrefsController::newCommandTitle(self->prefsController->getTermItem()); },
          [self] { self->itemManager->create(); }},
         {deleteItem, "delete", "Image delete not found.", [] { return QStringLiteral("Delete"); },
          [self] { self->deleteMenuItem(); }},

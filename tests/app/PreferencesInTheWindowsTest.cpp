@@ -1,7 +1,7 @@
 // The preferences as a user meets them in the windows that the program's own
-// start-up builds: the modules as they are on the welcome panel of a later
-// start, and the statuses offered for colouring before anything was ever
-// saved.
+// start-up builds: the user's words on every control they relabel, the
+// modules as they are on the welcome panel of a later start, and the
+// statuses offered for colouring before anything was ever saved.
 #include "FormDriver.h"
 #include "Preferences.h"
 #include "TestMain.h"
@@ -11,8 +11,14 @@
 #include "app/widgets/ApplicationWindows.h"
 #include "app/widgets/MainWindow.h"
 #include "app/widgets/PrefsWindow.h"
+#include "accounts/widgets/BillEditorWindow.h"
+#include "contacts/widgets/CompanyContactEditorWindow.h"
+#include "contacts/widgets/ContactEditorWindow.h"
+#include "items/widgets/ItemEditorWindow.h"
+#include "orders/widgets/OrderEditorWindow.h"
 #include "platform/Paths.h"
 
+#include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
@@ -20,6 +26,8 @@
 #include <QDialog>
 #include <QDir>
 #include <QFileInfo>
+#include <QLabel>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTest>
@@ -40,10 +48,31 @@ QString stored(const char *key)
     return preferences().value(QLatin1String(key)).toString();
 }
 
+QWidget *windowNamed(const ApplicationWindows &windows, const QString &name)
+{
+    const QList<QWidget *> all{windows.mainWindow(),         windows.prefsWindow(),
+                               windows.orderEditorWindow(),  windows.itemEditorWindow(),
+                               windows.contactEditorWindow(), windows.companyContactEditorWindow(),
+                               windows.billEditorWindow()};
+    for (QWidget *window : all) {
+        if (window->objectName() == name)
+            return window;
+    }
+    qWarning("no window named %s", qPrintable(name));
+    return nullptr;
+}
+
 void triggerMenu(const ApplicationWindows &windows, const QString &name)
 {
     if (QAction *action = findNamed<QAction>(windows.mainWindow(), qPrintable(name)))
         action->trigger();
+}
+
+// Opens a window the way a user does, with a command of the main window.
+void open(const ApplicationWindows &windows, const QString &how)
+{
+    if (!how.isEmpty())
+        triggerMenu(windows, how);
 }
 
 QStringList itemTexts(const QComboBox *menu)
@@ -52,6 +81,32 @@ QStringList itemTexts(const QComboBox *menu)
     for (int i = 0; menu && i < menu->count(); ++i)
         texts << menu->itemText(i);
     return texts;
+}
+
+// What the control shows: a window's title, an action's or a button's text,
+// a label, a tab's label, or a pop-up's items joined by "|".
+QString shownText(QWidget *window, const QString &kind, const QString &name, int tab)
+{
+    const QByteArray widget = name.toLatin1();
+    if (kind == QLatin1String("title"))
+        return window->windowTitle();
+    if (kind == QLatin1String("action")) {
+        const auto *action = findNamed<QAction>(window, widget.constData());
+        return action ? action->text() : QString();
+    }
+    if (kind == QLatin1String("button")) {
+        const auto *button = findNamed<QAbstractButton>(window, widget.constData());
+        return button ? button->text() : QString();
+    }
+    if (kind == QLatin1String("label")) {
+        const auto *label = findNamed<QLabel>(window, widget.constData());
+        return label ? label->text() : QString();
+    }
+    if (kind == QLatin1String("tab")) {
+        const auto *tabs = findNamed<QTabWidget>(window, widget.constData());
+        return tabs ? tabs->tabText(tab) : QString();
+    }
+    return itemTexts(findNamed<QComboBox>(window, widget.constData())).join(QLatin1Char('|'));
 }
 
 // Answers the welcome panel once it runs: notes which module boxes it shows
@@ -90,6 +145,92 @@ private Q_SLOTS:
     {
         preferences().clear();
         QDir(platform::paths::quorvelDir()).removeRecursively();
+    }
+
+    void shouldShowTheUsersWordsWhereverTheProgramNamesThem_data()
+    {
+        QTest::addColumn<QString>("opening");  // how the window is opened
+        QTest::addColumn<QString>("window");
+        QTest::addColumn<QString>("kind");
+        QTest::addColumn<QString>("control");
+        QTest::addColumn<int>("tab");
+        QTest::addColumn<QString>("shown");
+        const QString main = QStringLiteral("mainWindow");
+        const QString order = QStringLiteral("orderEditorWindow");
+        QTest::newRow("File menu: New Order") << "" << main << "action" << "newOrderAction" << -1 << "New Job";
+        QTest::newRow("File menu: New Item") << "" << main << "action" << "newItemAction" << -1 << "New Part";
+        QTest::newRow("toolbar: New Order") << "" << main << "action" << "orderItemIdentifier" << -1 << "New Job";
+        QTest::newRow("main window: orders tab") << "" << main << "tab" << "mainTabView" << 1 << "Jobs";
+        QTest::newRow("main window: stock tab") << "" << main << "tab" << "mainTabView" << 2 << "Parts";
+        QTest::newRow("preferences: orders tab")
+            << "preferencesAction" << "prefsWindow" << "tab" << "prefsTabView" << 1 << "Jobs";
+        QTest::newRow("preferences: items tab")
+            << "preferencesAction" << "prefsWindow" << "tab" << "prefsTabView" << 2 << "Parts";
+        QTest::newRow("order editor: title") << "newOrderAction" << order << "title" << "" << -1 << "Job";
+        // Looked at before an order is opened: a new order's own status is
+        // added to the menu when the user's list lacks it.
+        QTest::newRow("order editor: statuses") << "" << order << "menu" << "status" << -1 << "Quoted|Built|Paid";
+        QTest::newRow("item editor: title") << "" << "itemEditorWindow" << "title" << "" << -1 << "Part";
+        QTest::newRow("item editor opened: title")
+            << "newItemAction" << "itemEditorWindow" << "title" << "" << -1 << "Part";
+    }
+    void shouldShowTheUsersWordsWhereverTheProgramNamesThem()
+    {
+        QFETCH(QString, opening);
+        QFETCH(QString, window);
+        QFETCH(QString, kind);
+        QFETCH(QString, control);
+        QFETCH(int, tab);
+        QFETCH(QString, shown);
+        store("QuorvelWelcome", QStringLiteral("YES"));
+        store("QuorvelTermOrder", QStringLiteral("Job"));
+        store("QuorvelTermOrders", QStringLiteral("Jobs"));
+        store("QuorvelTermItem", QStringLiteral("Part"));
+        store("QuorvelTermItems", QStringLiteral("Parts"));
+        store("QuorvelTermBOM", QStringLiteral("Parts List"));
+        store("QuorvelStatuses", QStringLiteral("Quoted\nBuilt\nPaid"));
+        Quorvel quorvel;
+        ApplicationWindows windows(quorvel);
+        windows.start();
+
+        open(windows, opening);
+        QWidget *shownIn = windowNamed(windows, window);
+        QVERIFY(shownIn);
+        if (!opening.isEmpty())
+            QVERIFY(QTest::qWaitForWindowExposed(shownIn));
+        QCOMPARE(shownText(shownIn, kind, control, tab), shown);
+    }
+
+    // A category dropped from the list in the preferences leaves the bill
+    // editor's menu when OK is pressed.
+    void shouldOfferTheBillEditorTheCategoriesOfTheLastOK()
+    {
+        store("QuorvelWelcome", QStringLiteral("YES"));
+        store("QuorvelInvoiceCategories", QStringLiteral("Fuel\nTools"));
+        QVERIFY(QDir().mkpath(PrefsController::notepadPath()));  // saved from the preferences before
+        Quorvel quorvel;
+        ApplicationWindows windows(quorvel);
+        windows.start();
+        BillEditorWindow *bill = windows.billEditorWindow();
+        auto *categories = findNamed<QComboBox>(bill, "category");
+        QVERIFY(categories);
+        triggerMenu(windows, QStringLiteral("newInvoiceAction"));
+        QVERIFY(QTest::qWaitForWindowExposed(bill));
+        QCOMPARE(itemTexts(categories), QStringList({"Fuel", "Tools"}));
+        QTest::mouseClick(findNamed<QPushButton>(bill, "cancelButton"), Qt::LeftButton);
+
+        triggerMenu(windows, QStringLiteral("preferencesAction"));
+        auto *list = findNamed<QPlainTextEdit>(windows.prefsWindow(), "listInvoiceCategories");
+        QVERIFY(list);
+        list->selectAll();
+        QTest::keyClicks(list, QStringLiteral("Fuel"));
+        QTest::keyClick(list, Qt::Key_Return);
+        QTest::keyClicks(list, QStringLiteral("Rent"));
+        QTest::mouseClick(findNamed<QPushButton>(windows.prefsWindow(), "okButton"), Qt::LeftButton);
+
+        triggerMenu(windows, QStringLiteral("newInvoiceAction"));
+        QVERIFY(QTest::qWaitForWindowExposed(bill));
+        QCOMPARE(itemTexts(categories), QStringList({"Fuel", "Rent"}));
     }
 
     void shouldShowTheModulesAsTheyAreWhenTheWelcomePanelComesBack_data()

@@ -167,6 +167,12 @@ private Q_SLOTS:
         QTest::newRow("preferences: items tab")
             << "preferencesAction" << "prefsWindow" << "tab" << "prefsTabView" << 2 << "Parts";
         QTest::newRow("order editor: title") << "newOrderAction" << order << "title" << "" << -1 << "Job";
+        QTest::newRow("order editor: stock button")
+            << "newOrderAction" << order << "button" << "pickMaterialButton" << -1 << "Select From Parts";
+        QTest::newRow("order editor: materials tab")
+            << "newOrderAction" << order << "tab" << "BOMTabView" << 2 << "Parts List";
+        QTest::newRow("order editor: materials heading")
+            << "newOrderAction" << order << "label" << "BOMTextField" << -1 << "Parts List";
         // Looked at before an order is opened: a new order's own status is
         // added to the menu when the user's list lacks it.
         QTest::newRow("order editor: statuses") << "" << order << "menu" << "status" << -1 << "Quoted|Built|Paid";

@@ -68,11 +68,19 @@ void triggerMenu(const ApplicationWindows &windows, const QString &name)
         action->trigger();
 }
 
-// Opens a window the way a user does, with a command of the main window.
+// Opens a window the way a user does: a command of the main window, or
+// "linkToCompany", a new contact handed over to the company-contact editor.
 void open(const ApplicationWindows &windows, const QString &how)
 {
-    if (!how.isEmpty())
-        triggerMenu(windows, how);
+    if (how.isEmpty())
+        return;
+    if (how == QLatin1String("linkToCompany")) {
+        triggerMenu(windows, QStringLiteral("newContactAction"));
+        QTest::mouseClick(findNamed<QPushButton>(windows.contactEditorWindow(), "linkToCompanyButton"),
+                          Qt::LeftButton);
+        return;
+    }
+    triggerMenu(windows, how);
 }
 
 QStringList itemTexts(const QComboBox *menu)
@@ -179,6 +187,14 @@ private Q_SLOTS:
         QTest::newRow("item editor: title") << "" << "itemEditorWindow" << "title" << "" << -1 << "Part";
         QTest::newRow("item editor opened: title")
             << "newItemAction" << "itemEditorWindow" << "title" << "" << -1 << "Part";
+        QTest::newRow("contact editor: orders tab")
+            << "newContactAction" << "contactEditorWindow" << "tab" << "contactTabView" << 2 << "Jobs";
+        QTest::newRow("contact editor: lines tab")
+            << "newContactAction" << "contactEditorWindow" << "tab" << "contactTabView" << 3 << "Parts List";
+        QTest::newRow("company contact editor: orders tab")
+            << "linkToCompany" << "companyContactEditorWindow" << "tab" << "companyContactTabView" << 2 << "Jobs";
+        QTest::newRow("company contact editor: lines tab") << "linkToCompany" << "companyContactEditorWindow"
+                                                           << "tab" << "companyContactTabView" << 3 << "Parts List";
     }
     void shouldShowTheUsersWordsWhereverTheProgramNamesThem()
     {

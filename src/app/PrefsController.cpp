@@ -141,6 +141,15 @@ PrefsController::PrefsController(QObject *parent)
       dontShowWelcomeButton(new CheckBox(this)),
       notepadView(new TextView(this))
 {
+    // The controls of other windows that only the preferences relabel.
+    BOMTabView = new TabView(this);
+    BOMTextField = new TextField(this);
+    selectFromItemsButton = new Button(this);
+    contactTabView = new TabView(this);
+    companyContactTabView = new TabView(this);
+    orderMenuItem = new Button(this);
+    itemMenuItem = new Button(this);
+
     // What the window shows before anything is stored.
     prefsWindow->setTitle(localised("Preferences"));
     welcomePanel->setTitle(localised("Welcome to Quorvel"));
@@ -178,6 +187,11 @@ QString PrefsController::settingsName()
     return QStringLiteral("Quorvel");
 }
 
+QString PrefsController::newCommandTitle(const QString &term)
+{
+    return QStringLiteral("New ") + term;
+}
+
 QString PrefsController::notepadPath()
 {
     return platform::paths::bundleFile(QStringLiteral("notepad.rtfd"));
@@ -189,17 +203,21 @@ void PrefsController::readDefaults()
 
     // 1. The welcome panel, unless the user asked not to see it again.
     if (settings.value(keyWelcome).toString() != yes) {
-        welcomePanel->center();
-        welcomePanel->runModal();
         const struct {
             const QString &key;
-            const CheckBox *panelBox;
+            CheckBox *panelBox;
             CheckBox *windowBox;
         } modules[] = {
             {keyAccountMmt, proAccountMmtButton2, proAccountMmtButton},
             {keyDataMmt, proDataMmtButton2, proDataMmtButton},
             {keyTimeMmt, proTimeMmtButton2, proTimeMmtButton},
         };
+        // The panel shows the modules as they are: ticked when stored "YES",
+        // so that pressing Start again keeps them.
+        for (const auto &module : modules)
+            module.panelBox->setState(settings.value(module.key).toString() == yes);
+        welcomePanel->center();
+        welcomePanel->runModal();
         for (const auto &module : modules) {
             const bool on = module.panelBox->state();
             settings.setValue(module.key, on ? yes : no);
@@ -252,12 +270,13 @@ void PrefsController::readDefaults()
         BOMTextField->setStringValue(bom);
     if (itemWindow)
         itemWindow->setTitle(termItem->stringValue());
+    // The menu items read as the toolbar's: "New Job" rather than "Job".
     if (itemMenuItem)
-        itemMenuItem->setTitle(termItem->stringValue());
+        itemMenuItem->setTitle(newCommandTitle(termItem->stringValue()));
     if (orderWindow)
         orderWindow->setTitle(termOrder->stringValue());
     if (orderMenuItem)
-        orderMenuItem->setTitle(termOrder->stringValue());
+        orderMenuItem->setTitle(newCommandTitle(termOrder->stringValue()));
 
     // 6. Module check boxes: switched on by "YES", never off here.
     if (settings.value(keyAccountMmt).toString() == yes)
@@ -354,6 +373,10 @@ void PrefsController::OKButton()
 
 void PrefsController::openWindow()
 {
+    if (statusColourAssignmentPopUpButton->numberOfItems() == 0) {
+        statusColourAssignmentPopUpButton->addItems(getStatusList());
+        statusSelectorHasChanged();
+    }
     prefsWindow->makeKeyAndOrderFront();
 }
 

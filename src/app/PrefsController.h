@@ -36,6 +36,9 @@ public:
 
     // The preferences' organisation and application name ("Quorvel").
     static QString settingsName();
+    // The title of a command that makes a new record in the user's word:
+    // "New " followed by the word, alike on the toolbar and in the File menu.
+    static QString newCommandTitle(const QString &term);
 
     // Start-up: welcome panel on a first start, stored values into the
     // window's fields, date format, the user's words on the interface,
@@ -44,6 +47,9 @@ public:
     void readDefaults();
     // Takes the window off screen and stores everything, the notepad too.
     void OKButton();
+    // Brings the window to the front. The statuses to colour are offered
+    // even before the menus were first filled (a start without a notepad
+    // leaves them empty).
     void openWindow();
 
     bool hasTime() const { return time; }
@@ -124,8 +130,15 @@ public:
     CheckBox *dontShowWelcomeButton;
     TextView *notepadView;
 
-    // Outlets of other windows that the preferences fill or relabel; set by
-    // whoever builds those windows. Each may be none, and is then skipped.
+    // Outlets of other windows that the preferences fill or relabel. Those
+    // that only the preferences use are made here and bound by the widget
+    // layer where it builds those windows: the order editor's bill-of-
+    // materials tab view, its heading and its button that picks stock items,
+    // the tab views of the contact and company-contact editors, and the File
+    // menu's New commands for orders and items. The others are outlets of
+    // other controllers, handed over by the application controller (the
+    // order manager hands over its status menu itself). Any that is none is
+    // skipped.
     TabView *mainTabView = nullptr;
     TabView *contactTabView = nullptr;
     TabView *companyContactTabView = nullptr;

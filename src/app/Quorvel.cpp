@@ -99,6 +99,9 @@ Quorvel::Quorvel(QObject *parent)
                                    billManager->fromDate};
     // Day first until the preferences are read.
     prefsController->setUKFormat(prefsController->isUKFormat());
+    prefsController->orderWindow = orderManager->editorWindow;
+    prefsController->itemWindow = itemManager->editorWindow;
+    prefsController->invoiceListPopUpButton = billManager->category;
     prefsController->contactTypePopUpButton = contactManager->type;
     prefsController->companyTypePopUpButtons = {companyEditor->type, companyContactEditor->type};
 
@@ -416,10 +419,10 @@ ToolbarItem Quorvel::toolbarItemForItemIdentifier(const QString &identifier) con
         {printItem, "print", "Image print not found.", [] { return localised("Print"); },
          [self] { self->printMenuItem(); }},
         {orderItem, "new", "Image new not found.",
-         [self] { return QStringLiteral("New ") + self->prefsController->getTermOrder(); },
+         [self] { return PrefsController::newCommandTitle(self->prefsController->getTermOrder()); },
          [self] { self->orderManager->create(); }},
         {itemItem, "item", "Image item not found.",
-         [self] { return QStringLiteral("New ") + self->prefsController->getTermItem(); },
+         [self] { return PrefsController::newCommandTitle(self->prefsController->getTermItem()); },
          [self] { self->itemManager->create(); }},
         {deleteItem, "delete", "Image delete not found.", [] { return QStringLiteral("Delete"); },
          [self] { self->deleteMenuItem(); }},

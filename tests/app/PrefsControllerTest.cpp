@@ -318,22 +318,22 @@ private Q_SLOTS:
         store(QStringLiteral("QuorvelTermItems"), QStringLiteral("Parts"));
         store(QStringLiteral("QuorvelTermBOM"), QStringLiteral("Parts List"));
         store(QStringLiteral("QuorvelTermItem"), QStringLiteral("Part"));
+        store(QStringLiteral("QuorvelTermOrder"), QStringLiteral("Job"));
         PrefsController prefs;
-        TabView contactTabs;
-        contactTabs.setTabs({"a", "b", "c", "d"}, {"A", "B", "C", "D"});
-        Button selectFrom;
+        prefs.contactTabView->setTabs({"a", "b", "c", "d"}, {"A", "B", "C", "D"});
         Window itemWindow;
-        prefs.contactTabView = &contactTabs;
-        prefs.selectFromItemsButton = &selectFrom;
         prefs.itemWindow = &itemWindow;
         prefs.prefsTabView->setTabs({"general", "orders", "items"}, {"General", "Orders", "Items"});
         prefs.readDefaults();
-        QCOMPARE(selectFrom.title(), QStringLiteral("Select From Parts"));
+        QCOMPARE(prefs.selectFromItemsButton->title(), QStringLiteral("Select From Parts"));
         QCOMPARE(itemWindow.title(), QStringLiteral("Part"));
+        // The menu items read as the toolbar's New commands.
+        QCOMPARE(prefs.itemMenuItem->title(), QStringLiteral("New Part"));
+        QCOMPARE(prefs.orderMenuItem->title(), QStringLiteral("New Job"));
         QCOMPARE(prefs.prefsTabView->labelAt(1), QStringLiteral("Jobs"));
         QCOMPARE(prefs.prefsTabView->labelAt(2), QStringLiteral("Parts"));
-        QCOMPARE(contactTabs.labelAt(2), QStringLiteral("Jobs"));
-        QCOMPARE(contactTabs.labelAt(3), QStringLiteral("Parts List"));
+        QCOMPARE(prefs.contactTabView->labelAt(2), QStringLiteral("Jobs"));
+        QCOMPARE(prefs.contactTabView->labelAt(3), QStringLiteral("Parts List"));
     }
 };
 

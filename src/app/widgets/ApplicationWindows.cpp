@@ -33,9 +33,11 @@ ApplicationWindows::ApplicationWindows(Quorvel &controller, QObject *parent) : Q
     itemEditor = std::make_unique<ItemEditorWindow>(*quorvel.getItemManager(), nullptr);
     taskEditor = std::make_unique<TaskEditorWindow>(*quorvel.getActionManager(), nullptr);
     billEditor = std::make_unique<BillEditorWindow>(*quorvel.getBillManager(), nullptr);
-    contactEditor = std::make_unique<ContactEditorWindow>(*quorvel.getContactManager(), nullptr);
+    contactEditor =
+        std::make_unique<ContactEditorWindow>(*quorvel.getContactManager(), preferences->contactTabView, nullptr);
     companyEditor = std::make_unique<CompanyEditorWindow>(*quorvel.getCompanyEditor(), nullptr);
-    companyContactEditor = std::make_unique<CompanyContactEditorWindow>(*quorvel.getCompanyContactEditor(), nullptr);
+    companyContactEditor = std::make_unique<CompanyContactEditorWindow>(
+        *quorvel.getCompanyContactEditor(), preferences->companyContactTabView, nullptr);
     alarmNotifier = std::make_unique<AlarmNotifier>(*quorvel.getActionManager());
     CompleteColumnToggle::install(main->findChild<QTableView *>(QStringLiteral("actionTableView")),
                                   *quorvel.getActionManager());

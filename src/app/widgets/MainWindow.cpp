@@ -187,10 +187,13 @@ void MainWindow::buildMenus()
               [q] { q->getContactManager()->create(); });
     addAction(file, QStringLiteral("newCompanyAction"), localised("New Company"),
               QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_N), [q] { q->getCompanyEditor()->create(); });
-    addAction(file, QStringLiteral("newOrderAction"), localised("New Order"), QKeySequence(Qt::CTRL | Qt::Key_O),
-              [q] { q->getOrderManager()->create(); });
-    addAction(file, QStringLiteral("newItemAction"), localised("New Item"), QKeySequence(Qt::CTRL | Qt::Key_I),
-              [q] { q->getItemManager()->create(); });
+    // The New commands for orders and items carry the user's words.
+    QAction *newOrder = addAction(file, QStringLiteral("newOrderAction"), localised("New Order"),
+                                  QKeySequence(Qt::CTRL | Qt::Key_O), [q] { q->getOrderManager()->create(); });
+    binding::bind(q->getPrefsController()->orderMenuItem, newOrder);
+    QAction *newItem = addAction(file, QStringLiteral("newItemAction"), localised("New Item"),
+                                 QKeySequence(Qt::CTRL | Qt::Key_I), [q] { q->getItemManager()->create(); });
+    binding::bind(q->getPrefsController()->itemMenuItem, newItem);
     addAction(file, QStringLiteral("newTaskAction"), localised("New Task"), QKeySequence(Qt::CTRL | Qt::Key_T),
               [q] { q->getActionManager()->create(); });
     addAction(file, QStringLiteral("newInvoiceAction"), localised("New Invoice"), QKeySequence(Qt::CTRL | Qt::Key_B),

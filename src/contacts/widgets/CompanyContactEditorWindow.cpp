@@ -3,30 +3,35 @@
 #include "app/widgets/EditorWidgets.h"
 #include "app/widgets/integrityTableView.h"
 #include "contacts/CompanyContactEditor.h"
-#include "contacts/widgets/ContactReportsView.h"
+#include "contacts/widgets/ContactTabView.h"
 #include "platform/Localised.h"
 
 #include <QComboBox>
 #include <QFormLayout>
 #include <QLineEdit>
 #include <QHBoxLayout>
+#include <QPlainTextEdit>
 #include <QPushButton>
+#include <QVBoxLayout>
 
 using platform::localised;
 
-CompanyContactEditorWindow::CompanyContactEditorWindow(CompanyContactEditor &editor, QWidget *parent)
+CompanyContactEditorWindow::CompanyContactEditorWindow(CompanyContactEditor &editor, TabView *tabsOutlet,
+                                                       QWidget *parent)
     : EditorDialog(QStringLiteral("companyContactEditorWindow"), localised("Company Contact"),
                    [owner = &editor] { owner->cancel(); }, parent),
       people(editor)
 {
-    auto *columns = new QHBoxLayout;
-    columns->addWidget(makeDetails(), 1);
-    auto *reports = new ContactReportsView(*people.reports);
-    columns->addWidget(reports, 1);
+    QWidget *details = makeDetails();
+    QPlainTextEdit *notes = editor::notes(people.comments, QStringLiteral("comments"));
+    auto *tabs = new ContactTabView(details, notes, *people.reports, tabsOutlet);
+    tabs->setObjectName(QStringLiteral("companyContactTabView"));
+    auto *body = new QVBoxLayout;
+    body->addWidget(tabs);
     QPushButton *copy = editor::copyAddressButton([this] { people.copyContact(); });
-    tabChain << reports->orderTable() << reports->itemTable() << copy;
-    layOut(columns, editor::leftRow({copy}), [this] { people.finish(); });
-    attach(people.editorWindow, QStringLiteral("QuorvelCompanyContactEditorWindowGeometry"), QSize(900, 600));
+    tabChain << notes << tabs->orderTable() << tabs->itemTable() << copy;
+    layOut(body, editor::leftRow({copy}), [this] { people.finish(); });
+    attach(people.editorWindow, QStringLiteral("QuorvelCompanyContactEditorWindowGeometry"), QSize(640, 600));
 }
 
 CompanyContactEditorWindow::~CompanyContactEditorWindow() = default;
@@ -62,6 +67,5 @@ QWidget *CompanyContactEditorWindow::makeDetails()
                     editor::emailButton([this] { people.sendEmail(); }));
     form.field(people.website, QStringLiteral("website"), localised("Website:"));
     form.popUp(people.type, QStringLiteral("type"), localised("Type:"));
-    form.notes(people.comments, QStringLiteral("comments"), localised("Notes:"));
     return details;
 }

@@ -2,23 +2,27 @@
 
 #include "app/widgets/EditorWidgets.h"
 #include "contacts/ContactManager.h"
-#include "contacts/widgets/ContactReportsView.h"
+#include "contacts/widgets/ContactTabView.h"
 #include "platform/Localised.h"
 
 #include <QFormLayout>
 #include <QLineEdit>
 #include <QHBoxLayout>
+#include <QPlainTextEdit>
 #include <QPushButton>
+#include <QVBoxLayout>
 
 using platform::localised;
 using editor::pushButton;
 
-ContactEditorWindow::ContactEditorWindow(ContactManager &manager, QWidget *parent)
+ContactEditorWindow::ContactEditorWindow(ContactManager &manager, TabView *tabsOutlet, QWidget *parent)
     : EditorDialog(QStringLiteral("contactEditorWindow"), localised("Contact"),
                    [owner = &manager] { owner->cancel(); }, parent),
       contacts(manager)
 {
-    auto *layout = new QFormLayout;
+    auto *details = new QWidget;
+    auto *layout = new QFormLayout(details);
+    layout->setContentsMargins(0, 0, 0, 0);
     editor::Form form{layout};
     form.popUp(contacts.title, QStringLiteral("title"), localised("Title:"));
     firstField = form.field(contacts.name, QStringLiteral("name"), localised("Name:"));
@@ -33,7 +37,10 @@ ContactEditorWindow::ContactEditorWindow(ContactManager &manager, QWidget *paren
                                                       editor::emailButton([this] { contacts.sendEmail(); })},
                                                      1));
     form.popUp(contacts.type, QStringLiteral("type"), localised("Type"));
-    form.notes(contacts.comments, QStringLiteral("comments"), QString());
+
+    auto *tabs = new ContactTabView(details, editor::notes(contacts.comments, QStringLiteral("comments")),
+                                    *contacts.reports, tabsOutlet);
+    tabs->setObjectName(QStringLiteral("contactTabView"));
 
     auto *postal = editor::leftRow({editor::copyAddressButton([this] { contacts.copyContact(); }),
                                     pushButton(localised("Paste Address"), QStringLiteral("pasteContactButton"),
@@ -45,11 +52,10 @@ ContactEditorWindow::ContactEditorWindow(ContactManager &manager, QWidget *paren
     postal->addWidget(
         pushButton(localised("Make Company"), QStringLiteral("makeCompanyButton"), [this] { contacts.makeCompany(); }));
 
-    auto *columns = new QHBoxLayout;
-    columns->addLayout(layout, 1);
-    columns->addWidget(new ContactReportsView(*contacts.reports), 1);
-    layOut(columns, postal, [this] { contacts.finish(); });
-    attach(contacts.editorWindow, QStringLiteral("QuorvelContactEditorWindowGeometry"), QSize(860, 560));
+    auto *body = new QVBoxLayout;
+    body->addWidget(tabs);
+    layOut(body, postal, [this] { contacts.finish(); });
+    attach(contacts.editorWindow, QStringLiteral("QuorvelContactEditorWindowGeometry"), QSize(640, 520));
 }
 
 ContactEditorWindow::~ContactEditorWindow() = default;

@@ -22,6 +22,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QTabWidget>
 #include <QVBoxLayout>
 
 using platform::localised;
@@ -57,15 +58,12 @@ OrderEditorWindow::OrderEditorWindow(OrderManager &manager, QWidget *parent)
     grid->addWidget(makeOrderGroup(), 0, 0);
     grid->addWidget(makeContactGroup(), 0, 1);
     grid->addWidget(makeMoneyGroup(), 0, 2);
-    grid->addWidget(makeRepeatGroup(), 1, 0);
-    grid->addWidget(makeAttachmentGroup(), 1, 1);
-    grid->addWidget(makeInvoiceGroup(), 1, 2);
-    grid->addWidget(makeMaterialsGroup(), 2, 0, 1, 3);
-    grid->setRowStretch(2, 1);
+    grid->addWidget(makeBOMTabView(), 1, 0, 1, 3);
+    grid->setRowStretch(1, 1);
     for (int column = 0; column < 3; ++column)
         grid->setColumnStretch(column, 1);
     layOut(grid, nullptr, [this] { orders.finish(&orders); });
-    attach(orders.editorWindow, QStringLiteral("QuorvelOrderEditorWindowGeometry"), QSize(1060, 760));
+    attach(orders.editorWindow, QStringLiteral("QuorvelOrderEditorWindowGeometry"), QSize(1060, 680));
 }
 
 OrderEditorWindow::~OrderEditorWindow() = default;
@@ -192,9 +190,9 @@ QGroupBox *OrderEditorWindow::makeMoneyGroup()
     return group;
 }
 
-QGroupBox *OrderEditorWindow::makeRepeatGroup()
+QWidget *OrderEditorWindow::makeRepeatPage()
 {
-    auto *group = new QGroupBox(localised("Repeat"));
+    auto *group = new QWidget;
     group->setObjectName(QStringLiteral("repeatGroup"));
     auto *repeats = new QCheckBox(localised("&Repeats"));
     repeats->setObjectName(QStringLiteral("repeats"));
@@ -228,9 +226,9 @@ QGroupBox *OrderEditorWindow::makeRepeatGroup()
     return group;
 }
 
-QGroupBox *OrderEditorWindow::makeAttachmentGroup()
+QWidget *OrderEditorWindow::makeAttachmentPage()
 {
-    auto *group = new QGroupBox(localised("Attachments"));
+    auto *group = new QWidget;
     group->setObjectName(QStringLiteral("attachmentGroup"));
     well = new MyImageView(orders);
 
@@ -256,9 +254,9 @@ QGroupBox *OrderEditorWindow::makeAttachmentGroup()
     return group;
 }
 
-QGroupBox *OrderEditorWindow::makeInvoiceGroup()
+QWidget *OrderEditorWindow::makeInvoicePage()
 {
-    auto *group = new QGroupBox(localised("Invoice"));
+    auto *group = new QWidget;
     group->setObjectName(QStringLiteral("invoiceGroup"));
     auto *stationery = new QComboBox;
     stationery->setObjectName(QStringLiteral("whichStationary"));
@@ -277,11 +275,32 @@ QGroupBox *OrderEditorWindow::makeInvoiceGroup()
     return group;
 }
 
-QGroupBox *OrderEditorWindow::makeMaterialsGroup()
+QTabWidget *OrderEditorWindow::makeBOMTabView()
+{
+    PrefsController *prefs = orders.getQuorvel()->getPrefsController();
+    auto *tabs = new QTabWidget;
+    tabs->setObjectName(QStringLiteral("BOMTabView"));
+    tabs->addTab(makeRepeatPage(), localised("Repeat"));
+    tabs->addTab(makeAttachmentPage(), localised("Attachments"));
+    QWidget *materialsPage = makeMaterialsPage(prefs);
+    tabs->addTab(materialsPage, localised("Bill of Materials"));
+    tabs->addTab(makeInvoicePage(), localised("Invoice"));
+    // The lines are what an order is most often opened for.
+    tabs->setCurrentWidget(materialsPage);
+    binding::bind(prefs->BOMTabView, tabs);
+    return tabs;
+}
+
+QWidget *OrderEditorWindow::makeMaterialsPage(PrefsController *prefs)
 {
     BOMManager *bom = orders.getQuorvel()->getBOMManager();
-    materialsGroup = new QGroupBox(localised("Bill of Materials"));
-    materialsGroup->setObjectName(QStringLiteral("materialsGroup"));
+    auto *page = new QWidget;
+    page->setObjectName(QStringLiteral("materialsGroup"));
+
+    auto *heading = new QLabel(localised("Bill of Materials"));
+    heading->setObjectName(QStringLiteral("BOMTextField"));
+    heading->setTextFormat(Qt::PlainText);
+    binding::bind(prefs->BOMTextField, heading);
 
     materials = new integrityTableView;
     materials->setObjectName(QStringLiteral("materialsTableView"));
@@ -292,7 +311,8 @@ QGroupBox *OrderEditorWindow::makeMaterialsGroup()
     materials->installEventFilter(this);
     connect(bom, &BOMManager::beep, this, [] { QApplication::beep(); });
 
-    QPushButton *addItem = pushButton(localised("Add Item..."), QStringLiteral("pickMaterialButton"));
+    QPushButton *addItem = pushButton(localised("Select From Items"), QStringLiteral("pickMaterialButton"));
+    binding::bind(prefs->selectFromItemsButton, addItem);
     addTimeButton = pushButton(localised("Add Time..."), QStringLiteral("pickTimeButton"));
     QPushButton *addLine = pushButton(localised("Add Line"), QStringLiteral("createMaterialButton"));
     QPushButton *remove = pushButton(localised("Remove"), QStringLiteral("deleteMaterialButton"));
@@ -306,10 +326,13 @@ QGroupBox *OrderEditorWindow::makeMaterialsGroup()
     for (QPushButton *button : {addItem, addTimeButton, addLine, remove})
         commands->addWidget(button);
     commands->addStretch(1);
-    auto *layout = new QHBoxLayout(materialsGroup);
-    layout->addWidget(materials, 1);
-    layout->addLayout(commands);
-    return materialsGroup;
+    auto *lines = new QHBoxLayout;
+    lines->addWidget(materials, 1);
+    lines->addLayout(commands);
+    auto *layout = new QVBoxLayout(page);
+    layout->addWidget(heading);
+    layout->addLayout(lines, 1);
+    return page;
 }
 
 void OrderEditorWindow::showTerms()
@@ -319,8 +342,6 @@ void OrderEditorWindow::showTerms()
         orderGroup->setTitle(prefs->getTermOrder());
         orders.editorWindow->setTitle(prefs->getTermOrder());
     }
-    if (!prefs->getTermBOM().isEmpty())
-        materialsGroup->setTitle(prefs->getTermBOM());
     // Time lines come from the tasks, when that module is on.
     addTimeButton->setEnabled(orders.getQuorvel()->hasTime());
 }

@@ -4,7 +4,8 @@
 // contact commands, the money (value, shipping, tax, deposit, balance) with
 // the balance kept up to date as the figures are typed, the repeat settings
 // and their summary, the attachments with their drop well, the choice of
-// stationery, and the order's bill of materials, edited in place. OK stores
+// stationery, and the order's bill of materials, edited in place (these
+// four on tabs, the bill of materials in front). OK stores
 // the order; Cancel, Escape and the close box abandon it. The window
 // remembers its size and place.
 #include "app/widgets/EditorDialog.h"
@@ -13,9 +14,11 @@
 
 class MyImageView;
 class OrderManager;
+class PrefsController;
 class QGroupBox;
 class QLabel;
 class QPushButton;
+class QTabWidget;
 class integrityTableView;
 class kdKeyResponder;
 
@@ -37,17 +40,19 @@ private:
     QGroupBox *makeOrderGroup();
     QGroupBox *makeContactGroup();
     QGroupBox *makeMoneyGroup();
-    QGroupBox *makeRepeatGroup();
-    QGroupBox *makeAttachmentGroup();
-    QGroupBox *makeInvoiceGroup();
-    QGroupBox *makeMaterialsGroup();
-    // Shows the user's words for an order and a bill of materials.
+    // The repeat settings, the attachments, the bill of materials and the
+    // stationery, one tab each; the materials tab carries the user's word.
+    QTabWidget *makeBOMTabView();
+    QWidget *makeRepeatPage();
+    QWidget *makeAttachmentPage();
+    QWidget *makeMaterialsPage(PrefsController *prefs);
+    QWidget *makeInvoicePage();
+    // Shows the user's word for an order.
     void showTerms();
 
     OrderManager &orders;
     std::unique_ptr<kdKeyResponder> materialsKeys;
     QGroupBox *orderGroup = nullptr;
-    QGroupBox *materialsGroup = nullptr;
     integrityTableView *materials = nullptr;
     MyImageView *well = nullptr;
     QPushButton *addTimeButton = nullptr;

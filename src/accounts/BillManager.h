@@ -89,6 +89,9 @@ public:
     PopUp *category;
     TextView *details;
 
+protected:
+    QString describe(const dataObject &record) const override;
+
 private:
     // Writes "MoneyIn.xml" and runs it into the money-in table.
     void runMoneyIn(const QString &from, const std::optional<QDateTime> &to);

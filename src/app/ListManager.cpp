@@ -51,10 +51,38 @@ void ListManager::deleteKey()
 
 void ListManager::deleteRecord(dataObject *record)
 {
-    deleteItem(record);
+    removeWithUndo(record);
+}
+
+void ListManager::removeWithUndo(dataObject *record, std::function<void()> alsoUndo)
+{
+    const qsizetype position = indexOf(record);
+    const std::shared_ptr<dataObject> taken = takeItem(record);
+    if (!taken)
+        return;
     if (table->selectedRow() >= numberOfRowsInTableView())
         table->selectRow(numberOfRowsInTableView() - 1);
     reloadData();
+    if (onDeletion)
+        onDeletion({describe(*taken), [this, taken, position, alsoUndo = std::move(alsoUndo)] {
+                        if (alsoUndo)
+                            alsoUndo();
+                        putBack(taken, position);
+                    }});
+}
+
+QString ListManager::describe(const dataObject &record) const
+{
+    return record.getFieldByName(QStringLiteral("title"));
+}
+
+void ListManager::putBack(const std::shared_ptr<dataObject> &record, qsizetype position)
+{
+    insertItem(record, position);
+    filter();
+    reloadData();
+    if (quorvel)
+        quorvel->writeDatabase(this);
 }
 
 void ListManager::reloadData()

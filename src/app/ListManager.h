@@ -5,11 +5,14 @@
 // managers of each area derive from it and add their editors and rules.
 #include "platform/outlets/PopUp.h"
 #include "platform/outlets/TextField.h"
+#include "store/DeletionHistory.h"
 #include "store/TableView.h"
 #include "store/kdDataSource.h"
 
 #include <QObject>
 #include <QString>
+#include <functional>
+#include <memory>
 
 class Quorvel;
 
@@ -34,7 +37,8 @@ public:
     // With a row selected: the delete question; "OK" deletes the record of
     // the selected row. The controller's change flag is set either way.
     void deleteKey() override;
-    // Removes the record from the collection and reloads the table.
+    // Removes the record from the collection and reloads the table; the
+    // deletion can be undone.
     virtual void deleteRecord(dataObject *record);
     virtual void reloadData();
 
@@ -46,7 +50,20 @@ public:
     TableView *table;
     TextField *searchField;
 
+    // Told of every record the user deletes from this list: what it was and
+    // how to put it back (the controller keeps them for Undo Delete).
+    std::function<void(DeletionHistory::Deletion)> onDeletion;
+
 protected:
+    // Takes the record out of the list, keeping its place, reloads, and
+    // tells onDeletion; `alsoUndo` reverses whatever else the deletion did.
+    void removeWithUndo(dataObject *record, std::function<void()> alsoUndo = {});
+    // How the Undo menu item names a record of this list ("Order INV12").
+    virtual QString describe(const dataObject &record) const;
+    // Puts a deleted record back at its place with its id, shows it and
+    // writes the list's file.
+    virtual void putBack(const std::shared_ptr<dataObject> &record, qsizetype position);
+
     Quorvel *quorvel;
     QString deleteMessage;
 };

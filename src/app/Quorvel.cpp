@@ -13,6 +13,7 @@
 #include "items/ItemManager.h"
 #include "items/SupplierDataSource.h"
 #include "orders/BOMManager.h"
+#include "orders/OrderAttachments.h"
 #include "orders/Order.h"
 #include "orders/OrderManager.h"
 #include "platform/Alerts.h"
@@ -105,6 +106,13 @@ Quorvel::Quorvel(QObject *parent)
     prefsController->contactTypePopUpButton = contactManager->type;
     prefsController->companyTypePopUpButtons = {companyEditor->type, companyContactEditor->type};
 
+    // Every list hands its deletions to one history, for Undo Delete.
+    deletionHistory = new DeletionHistory(this);
+    for (ListManager *list : std::initializer_list<ListManager *>{contactManager.get(), orderManager.get(),
+                                                                  itemManager.get(), bomManager.get(),
+                                                                  actionManager.get(), billManager.get()})
+        list->onDeletion = [this](DeletionHistory::Deletion deletion) { deletionHistory->remember(std::move(deletion)); };
+
     database = std::make_unique<DatabaseBundle>(*contactManager, *orderManager, *itemManager, *bomManager,
                                                 *billManager, *actionManager);
     database->setAfterReading([this](DatabaseBundle::File file) {
@@ -158,6 +166,9 @@ bool Quorvel::applicationShouldTerminate()
 {
     prefsController->OKButton();
     writeDatabase(this);
+    // What was deleted is gone for good now.
+    deletionHistory->clear();
+    orderAttachments::emptyHolding();
     return true;
 }
 
@@ -379,6 +390,11 @@ void Quorvel::editContactForCurrentOrder()
     const auto *order = static_cast<Order *>(orderManager->getItemById(getCurrentOrder()));
     if (order && order->getContact())
         contactManager->editThisContact(order->getContact());
+}
+
+void Quorvel::undoDelete()
+{
+    deletionHistory->undo();
 }
 
 QStringList Quorvel::toolbarAllowedItemIdentifiers(const QString &toolbar) const

@@ -11,6 +11,7 @@
 #include "platform/outlets/TabView.h"
 #include "platform/outlets/Window.h"
 #include "store/DatabaseBundle.h"
+#include "store/DeletionHistory.h"
 
 #include <QObject>
 #include <QString>
@@ -86,6 +87,9 @@ public:
     void printMenuItem();
     void help();
     void editContactForCurrentOrder();
+    // Brings back the last record deleted from any list (Edit > Undo Delete).
+    void undoDelete();
+    DeletionHistory *getDeletionHistory() const { return deletionHistory; }
 
     // Toolbar (the controller is its delegate).
     QStringList toolbarAllowedItemIdentifiers(const QString &toolbar) const;
@@ -159,5 +163,6 @@ private:
     std::unique_ptr<Picker> picker;
     std::unique_ptr<kdDateFormatter> dateFormatter;
     std::unique_ptr<DatabaseBundle> database;
+    DeletionHistory *deletionHistory;
     bool startRepeatChecker = true;
 };

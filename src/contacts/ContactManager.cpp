@@ -526,11 +526,14 @@ void ContactManager::deleteKey()
 
 void ContactManager::deleteRecord(dataObject *record)
 {
-    deleteItem(record);
-    rowsChanged();
-    if (table->selectedRow() >= numberOfRowsInTableView())
-        table->selectRow(numberOfRowsInTableView() - 1);
-    reloadData();
+    // The contact's orders keep it: they still show and write it.
+    removeWithUndo(record);
+}
+
+QString ContactManager::describe(const dataObject &record) const
+{
+    const bool company = record.getFieldByName(u"kind"_s) == companyKind;
+    return (company ? localised("Company") : localised("Contact")) + u' ' + record.getFieldByName(u"name"_s);
 }
 
 void ContactManager::pasteContact()

@@ -106,6 +106,9 @@ public:
     // The open contact's lines and orders.
     OpenContactReports *reports;
 
+protected:
+    QString describe(const dataObject &record) const override;
+
 private:
     // Feeds the table of the open company's people (and exports it).
     class CompanyContactsSource;

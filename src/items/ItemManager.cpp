@@ -226,3 +226,10 @@ void ItemManager::filter()
     });
     reloadData();
 }
+
+QString ItemManager::describe(const dataObject &record) const
+{
+    const QString term = quorvel ? quorvel->getPrefsController()->getTermItem() : localised("Item");
+    const QString called = record.getFieldByName(u"item"_s);
+    return term + u' ' + (called.isEmpty() ? record.getFieldByName(u"code"_s) : called);
+}

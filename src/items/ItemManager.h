@@ -91,6 +91,9 @@ public:
     TextField *supplierName;
     TextField *warnLevel;
 
+protected:
+    QString describe(const dataObject &record) const override;
+
 private:
     // A new item with the next id, the prefixed code and the default
     // low-stock level, now the editor's item (creating).

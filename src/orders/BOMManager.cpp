@@ -30,7 +30,7 @@ bool isEditableColumn(const QString &identifier)
 
 // "<ClassName: 0xADDRESS>", the way an object describes itself in a
 // diagnostic; the class is the line's own (dynamic) class.
-QString describe(const Material &line)
+QString selfDescription(const Material &line)
 {
     const char *mangled = typeid(line).name();
     int status = 0;
@@ -290,12 +290,24 @@ void BOMManager::deleteRecord(dataObject *record)
     if (indexOf(record) < 0)
         return;
     auto *line = static_cast<Material *>(record);
+    // The stock the line took goes back; an undo takes it again.
+    std::shared_ptr<Item> stock;
+    int returned = 0;
     if (quorvel) {
         Item *item = quorvel->getProductbyId(line->getProduct());
-        if (item && item->getDecreaseQty())
-            item->adjustQty(platform::intValue(line->getQty()));
+        if (item && item->getDecreaseQty()) {
+            returned = platform::intValue(line->getQty());
+            item->adjustQty(returned);
+            stock = shareOf(item);
+        }
     }
-    deleteItem(record);
+    removeWithUndo(record, [this, stock, returned] {
+        if (!stock || !quorvel)
+            return;
+        stock->adjustQty(-returned);
+        quorvel->getItemManager()->filter();
+        quorvel->writeDatabase(quorvel->getItemManager());
+    });
     invalidateRanks();
     reloadData();
     clampSelection(table);
@@ -327,6 +339,11 @@ void BOMManager::deleteKey(const QObject *sender)
         quorvel->setChangeFlag();
 }
 
+QString BOMManager::describe(const dataObject &record) const
+{
+    return localised("Line") + u' ' + record.getFieldByName(u"item"_s);
+}
+
 // --- the rest ---------------------------------------------------------------
 
 void BOMManager::finish()
@@ -346,7 +363,7 @@ void BOMManager::setItem(Material *line)
     currentItem = shareOf(line);
     if (!line)
         return;
-    const QString description = describe(*line);
+    const QString description = selfDescription(*line);
     if (!description.contains("Material"_L1, Qt::CaseInsensitive))
         platform::standardOutput(u"setItem called by: %1\n"_s.arg(description));
 }

@@ -44,6 +44,8 @@ public:
     void addProduct(Item *item);
     void addTime(Action *task);
     void create() override;
+    // Removes the line and gives back the stock it took; the deletion can
+    // be undone.
     void deleteRecord(dataObject *record) override;
     // The selected line of the editor's table, or of the checkout's table
     // when the sender is the checkout manager.
@@ -70,6 +72,9 @@ public:
 Q_SIGNALS:
     // A refused edit (not a number): the platform's beep.
     void beep();
+
+protected:
+    QString describe(const dataObject &record) const override;
 
 private:
     // The current order's lines by rank, with their positions in the

@@ -8,6 +8,7 @@
 #include "items/Item.h"
 #include "items/ItemManager.h"
 #include "orders/BOMManager.h"
+#include "orders/OrderAttachments.h"
 #include "orders/Order.h"
 #include "orders/RepeatChecker.h"
 #include "platform/Alerts.h"
@@ -22,8 +23,6 @@
 #include "tasks/Action.h"
 #include "tasks/ActionManager.h"
 
-#include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QHash>
 
@@ -66,44 +65,10 @@ QString withArguments(const QString &format, const QStringList &arguments)
     return out;
 }
 
-
 void setIfPresent(TextField *field, const QString &text)
 {
     if (field->isConnected())
         field->setStringValue(text);
-}
-
-// Copies a file, or a folder with everything in it, to `target`, which must
-// not exist yet. Links inside a folder are copied as links, so a link to a
-// folder above cannot make the copy endless. Answers whether all was copied.
-bool copyRecursively(const QString &source, const QString &target)
-{
-    const QFileInfo info(source);
-    if (!info.isDir())
-        return QFile::copy(source, target);
-    if (QFileInfo::exists(target) || !QDir().mkdir(target))
-        return false;
-    bool complete = true;
-    const QFileInfoList entries =
-        QDir(source).entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
-    for (const QFileInfo &entry : entries) {
-        const QString destination = target + u'/' + entry.fileName();
-        if (entry.isSymLink())
-            complete = QFile::link(entry.symLinkTarget(), destination) && complete;
-        else
-            complete = copyRecursively(entry.filePath(), destination) && complete;
-    }
-    return complete;
-}
-
-// Whether `path` is `folder` itself or lies inside it.
-bool isWithin(const QString &path, const QString &folder)
-{
-    const QString canonicalFolder = QFileInfo(folder).canonicalFilePath();
-    const QString canonicalPath = QFileInfo(path).canonicalFilePath();
-    if (canonicalFolder.isEmpty() || canonicalPath.isEmpty())
-        return false;
-    return canonicalPath == canonicalFolder || canonicalPath.startsWith(canonicalFolder + u'/');
 }
 
 }  // namespace
@@ -465,10 +430,17 @@ std::optional<RgbaColour> OrderManager::labelColorForRow(int row) const
 
 void OrderManager::deleteRecord(dataObject *record)
 {
-    if (!record)
+    if (!record || indexOf(record) < 0)
         return;
-    deleteAttachments(record->getID());
-    ListManager::deleteRecord(record);
+    const int id = record->getID();
+    const QString held = deleteAttachments(id);
+    removeWithUndo(record, [held, id] { orderAttachments::restore(held, id); });
+}
+
+QString OrderManager::describe(const dataObject &record) const
+{
+    const QString term = quorvel ? quorvel->getPrefsController()->getTermOrder() : localised("Order");
+    return term + u' ' + record.getFieldByName(u"ordernum"_s);
 }
 
 // ---------------------------------------------------------------------------
@@ -597,9 +569,7 @@ void OrderManager::sendEmail()
 
 QString OrderManager::attachmentFolder(int orderId)
 {
-    // "Attachments"/"attachments" and "Order"/"order" name one folder,
-    // whichever spelling is on disk.
-    return platform::paths::caseInsensitiveChild(platform::paths::attachmentsDir(), u"Order"_s + QString::number(orderId));
+    return orderAttachments::folder(orderId);
 }
 
 void OrderManager::attach()
@@ -612,13 +582,9 @@ void OrderManager::fileDropped(const QString &path)
 {
     if (!currentItem)
         return;
-    const QString folder = attachmentFolder(currentItem->getID());
-    QDir().mkpath(folder);
     // A name that is already attached is not copied again, and nothing is
-    // said; a folder is never copied into itself.
-    const QString target = folder + u'/' + QFileInfo(path).fileName();
-    if (!QFileInfo::exists(target) && !isWithin(folder, path))
-        copyRecursively(path, target);
+    // said; the count goes up all the same.
+    orderAttachments::attach(currentItem->getID(), path);
     ++numberofAttachments;
     setAttachmentStatus();
     updateIcon();
@@ -626,17 +592,7 @@ void OrderManager::fileDropped(const QString &path)
 
 int OrderManager::countAttachments(int orderId)
 {
-    // Listed by name, ignoring case, hidden entries included: the order in
-    // which a Mac file system lists a folder, where the Finder's
-    // ".DS_Store" comes before the documents. Only a first ".DS_Store" is
-    // not counted.
-    const QStringList entries = QDir(attachmentFolder(orderId))
-                                    .entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
-                                               QDir::Name | QDir::IgnoreCase);
-    int count = int(entries.size());
-    if (count > 0 && entries.first() == ".DS_Store"_L1)
-        --count;
-    return count;
+    return orderAttachments::count(orderId);
 }
 
 void OrderManager::setAttachmentStatus()
@@ -676,11 +632,9 @@ void OrderManager::viewAttachments()
         platform::openFile(folder);
 }
 
-void OrderManager::deleteAttachments(int orderId)
+QString OrderManager::deleteAttachments(int orderId)
 {
-    const QString folder = attachmentFolder(orderId);
-    if (QFileInfo(folder).isDir())
-        QDir(folder).removeRecursively();  // whatever cannot be removed stays
+    return orderAttachments::hold(orderId);
 }
 
 // ---------------------------------------------------------------------------

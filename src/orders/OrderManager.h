@@ -54,7 +54,8 @@ public:
     void filter() override;
     void didClickTableColumn(const QString &columnId, bool ascending) override;
     std::optional<RgbaColour> labelColorForRow(int row) const override;
-    // Removes the order's attachment folder and the order; its bill-of-materials lines stay.
+    // Removes the order, its attachments held aside for an undo; its
+    // bill-of-materials lines stay.
     void deleteRecord(dataObject *record) override;
 
     // Money, from the fields' texts.
@@ -79,7 +80,9 @@ public:
     static int countAttachments(int orderId);
     void setAttachmentStatus();
     void viewAttachments();
-    static void deleteAttachments(int orderId);
+    // Moves the order's attachments into the holding folder, from where an
+    // undone deletion takes them back; answers where they went ("" for none).
+    static QString deleteAttachments(int orderId);
     int getNumberOfAttachments() const { return numberofAttachments; }
     // The folder of an order's attachments.
     static QString attachmentFolder(int orderId);
@@ -165,6 +168,7 @@ Q_SIGNALS:
     void attachmentIconChanged();
 
 protected:
+    QString describe(const dataObject &record) const override;
     // A copy of a repeating order with a new number, dated "today", with
     // its total and a copy of its lines, in the list; the source's
     // last-repeat date is today. Nothing is written or shown.

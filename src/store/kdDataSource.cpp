@@ -47,7 +47,7 @@ void kdDataSource::add(std::shared_ptr<dataObject> record)
 
 void kdDataSource::insertItem(std::shared_ptr<dataObject> record, qsizetype position)
 {
-    if (!record || indexOf(record.get()) >= 0)
+    if (!record)
         return;
     const qsizetype at = std::clamp(position, qsizetype(0), qsizetype(collection.size()));
     if (record->Id > highestId)

@@ -287,3 +287,8 @@ void ActionManager::kickOffCheckForOverdueActions()
     alarmWatch = std::make_unique<AlarmWatch>(*this);
     alarmWatch->start();
 }
+
+QString ActionManager::describe(const dataObject &record) const
+{
+    return localised("Task") + u' ' + record.getFieldByName(u"title"_s);
+}

@@ -97,6 +97,9 @@ Q_SIGNALS:
     // also tells the desktop, for when the window is in the background.
     void alarmRaised(const QString &taskTitle);
 
+protected:
+    QString describe(const dataObject &record) const override;
+
 private:
     // The user's date format: "%d/%m/%y" or "%m/%d/%y".
     QString userDateFormat() const;

@@ -136,9 +136,14 @@ private Q_SLOTS:
         editor.manager.viewAttachments();
         QCOMPARE(TestEnvironment::current().openedFiles(), QStringList{folder});
 
-        OrderManager::deleteAttachments(7);
+        // Deleted, the folder is held aside whole for an undo.
+        const QString held = OrderManager::deleteAttachments(7);
         QVERIFY(!QFileInfo::exists(folder));
-        QCOMPARE(QDir(platform::paths::bundleDir()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).size(), 1);
+        QCOMPARE(readFile(held + QStringLiteral("/old.txt")), QByteArray("old"));
+        QCOMPARE(readFile(held + QStringLiteral("/new.txt")), QByteArray("new"));
+        const QStringList top = QDir(platform::paths::bundleDir()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot);
+        QCOMPARE(top.size(), 2);  // one attachments folder, whatever its spelling, and the holding folder
+        QVERIFY(top.contains(QStringLiteral("Deleted Attachments")));
     }
 };
 

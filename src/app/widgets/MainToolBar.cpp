@@ -5,6 +5,8 @@
 
 #include <QAction>
 #include <QFile>
+#include <QMenu>
+#include <QToolButton>
 
 MainToolBar::MainToolBar(Quorvel &controller, QWidget *parent)
     : MainToolBar([&controller] { return controller.toolbarDefaultItemIdentifiers(Quorvel::toolbarIdentifier()); },
@@ -64,5 +66,26 @@ void MainToolBar::rebuild()
                 connect(action, &QAction::triggered, this, [run = item.action] { run(); });
         }
         addAction(action);
+        attachMenu(action);
     }
+}
+
+void MainToolBar::setMenuFor(const QString &identifier, QMenu *menu)
+{
+    menus.insert(identifier, menu);
+    for (QAction *action : actions()) {
+        if (action->objectName() == identifier)
+            attachMenu(action);
+    }
+}
+
+void MainToolBar::attachMenu(QAction *action)
+{
+    QMenu *menu = menus.value(action->objectName());
+    auto *button = qobject_cast<QToolButton *>(widgetForAction(action));
+    if (!menu || !button || !action->isEnabled())
+        return;
+    // The button still does its own command; the arrow beside it opens the menu.
+    button->setMenu(menu);
+    button->setPopupMode(QToolButton::MenuButtonPopup);
 }

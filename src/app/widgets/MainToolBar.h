@@ -5,11 +5,14 @@
 // controller again, so a change of the optional modules shows after it.
 #include "app/ToolbarItem.h"
 
+#include <QHash>
 #include <QIcon>
+#include <QPointer>
 #include <QStringList>
 #include <QToolBar>
 #include <functional>
 
+class QMenu;
 class Quorvel;
 
 class MainToolBar : public QToolBar
@@ -34,8 +37,14 @@ public:
     // triggering runs the item's action. An item without an image is a
     // disabled action with no text.
     void rebuild();
+    // Gives the item of that identifier a menu beside its button (kept
+    // across rebuilds); the toolbar does not own the menu.
+    void setMenuFor(const QString &identifier, QMenu *menu);
 
 private:
+    void attachMenu(QAction *action);
+
     IdentifierList identifiers;
     ItemLookup itemFor;
+    QHash<QString, QPointer<QMenu>> menus;
 };

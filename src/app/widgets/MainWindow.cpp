@@ -15,6 +15,8 @@
 #include "orders/OrderManager.h"
 #include "platform/Localised.h"
 #include "reports/ReportManager.h"
+#include "store/DeletionHistory.h"
+#include "store/kdToolBox.h"
 #include "tasks/ActionManager.h"
 
 #include <QAction>
@@ -24,6 +26,7 @@
 #include <QKeySequence>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMenuBar>
 #include <QTabWidget>
 #include <QVBoxLayout>
@@ -214,6 +217,24 @@ void MainWindow::buildMenus()
     quit->setMenuRole(QAction::QuitRole);
 
     QMenu *edit = menuBar()->addMenu(localised("&Edit"));
+    // Undo Delete names what it will bring back, and is also the menu of
+    // the toolbar's Delete button.
+    QAction *undo = addAction(edit, QStringLiteral("undoDeleteAction"), localised("Undo Delete"),
+                              QKeySequence(QKeySequence::Undo), [q] { q->undoDelete(); });
+    const DeletionHistory *history = quorvel.getDeletionHistory();
+    const auto showNextUndo = [undo, history] {
+        const QString what = history->nextUndo();
+        undo->setEnabled(!what.isEmpty());
+        undo->setText(what.isEmpty() ? localised("Undo Delete")
+                                     : kdToolBox::replaceSubstring(QStringLiteral("%@"), what, localised("Undo Delete %@")));
+    };
+    connect(history, &DeletionHistory::changed, undo, showNextUndo);
+    showNextUndo();
+    auto *deleteMenu = new QMenu(this);
+    deleteMenu->setObjectName(QStringLiteral("deleteToolbarMenu"));
+    deleteMenu->addAction(undo);
+    mainToolBar->setMenuFor(QStringLiteral("deleteItemIdentifier"), deleteMenu);
+    edit->addSeparator();
     addAction(edit, QStringLiteral("editAction"), localised("Edit"), QKeySequence(Qt::CTRL | Qt::Key_E),
               [q] { q->editMenuItem(); });
     addAction(edit, QStringLiteral("deleteAction"), localised("Delete"), QKeySequence(Qt::CTRL | Qt::Key_Backspace),

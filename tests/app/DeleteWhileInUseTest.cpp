@@ -7,63 +7,19 @@
 #include "TestMain.h"
 
 #include "DatabaseFiles.h"
+#include "RunningProgram.h"
 #include "SmallBusiness.h"
-#include "app/Quorvel.h"
-#include "app/widgets/ApplicationWindows.h"
-#include "app/widgets/MainWindow.h"
 #include "platform/Paths.h"
 
 #include <QAction>
-#include <QApplication>
 #include <QDialog>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QTabWidget>
-#include <QTableView>
 #include <QTest>
 
 using testlib::TestEnvironment;
 
-namespace {
-
-struct Program {
-    Quorvel quorvel;
-    ApplicationWindows windows{quorvel};
-    Program()
-    {
-        windows.start();
-        activate();
-    }
-    MainWindow *window() const { return windows.mainWindow(); }
-    void activate() const
-    {
-        window()->activateWindow();
-        QApplication::setActiveWindow(window());
-    }
-    QTableView *list(const QString &tab, const QString &name, int row) const
-    {
-        activate();
-        window()->tabs()->setCurrentWidget(window()->tabWithIdentifier(tab));
-        auto *view = window()->findChild<QTableView *>(name);
-        view->setFocus();
-        view->selectRow(row);
-        return view;
-    }
-    void deleteSelected(QTableView *view) const
-    {
-        TestEnvironment::current().scriptAlertAnswers({1});
-        QTest::keyClick(view, Qt::Key_Backspace);
-    }
-    QStringList column(const QTableView *view, int column) const
-    {
-        QStringList cells;
-        for (int row = 0; row < view->model()->rowCount(); ++row)
-            cells << view->model()->index(row, column).data().toString();
-        return cells;
-    }
-};
-
-}  // namespace
+using Program = testlib::RunningProgram;
 
 class DeleteWhileInUseTest : public QObject
 {
@@ -81,16 +37,16 @@ private Q_SLOTS:
         Program program;
         QTableView *contacts = program.list(QStringLiteral("1"), QStringLiteral("contactOutline"), 0);
         QCOMPARE(contacts->model()->index(0, 0).data().toString(), QStringLiteral("Ann Lee"));
-        program.deleteSelected(contacts);
-        QVERIFY(!program.column(contacts, 0).contains(QStringLiteral("Ann Lee")));
+        Program::deleteSelected(contacts);
+        QVERIFY(!Program::column(contacts, 0).contains(QStringLiteral("Ann Lee")));
 
         // The orders list draws her orders with her name, and finds them by it.
         QTableView *orders = program.list(QStringLiteral("2"), QStringLiteral("orderTableView"), -1);
-        QCOMPARE(program.column(orders, 3).value(0), QStringLiteral("Ann Lee"));
+        QCOMPARE(Program::column(orders, 3).value(0), QStringLiteral("Ann Lee"));
         auto *search = program.window()->findChild<QLineEdit *>(QStringLiteral("orderSearchField"));
         search->setFocus();
         QTest::keyClicks(search, QStringLiteral("Ann"));
-        QCOMPARE(program.column(orders, 0), QStringList{QStringLiteral("INV10")});
+        QCOMPARE(Program::column(orders, 0), QStringList{QStringLiteral("INV10")});
 
         // Exported and written with her.
         const QString exported = TestEnvironment::current().root() + QStringLiteral("/orders.csv");
@@ -145,12 +101,12 @@ private Q_SLOTS:
         QVERIFY(QTest::qWaitForWindowExposed(window));
 
         view = program.list(tab, list, row);
-        program.deleteSelected(view);
-        QVERIFY(!program.column(view, column).contains(shown));
+        Program::deleteSelected(view);
+        QVERIFY(!Program::column(view, column).contains(shown));
 
         QTest::mouseClick(window->findChild<QPushButton *>(QStringLiteral("okButton")), Qt::LeftButton);
         QVERIFY(!window->isVisible());
-        QVERIFY(!program.column(view, column).contains(shown));
+        QVERIFY(!Program::column(view, column).contains(shown));
         program.windows.terminate();
         QVERIFY(testlib::recordOnDisk(file, QStringLiteral("id"), id).isEmpty());
     }

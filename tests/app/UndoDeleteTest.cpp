@@ -7,10 +7,9 @@
 #include "TestMain.h"
 
 #include "DatabaseFiles.h"
+#include "RunningProgram.h"
 #include "SmallBusiness.h"
 #include "app/Quorvel.h"
-#include "app/widgets/ApplicationWindows.h"
-#include "app/widgets/MainWindow.h"
 #include "items/Item.h"
 #include "items/ItemManager.h"
 #include "orders/widgets/OrderEditorWindow.h"
@@ -18,45 +17,20 @@
 
 #include <QAction>
 #include <QFile>
-#include <QApplication>
 #include <QFileInfo>
 #include <QMenu>
-#include <QTabWidget>
 #include <QTableView>
 #include <QTest>
 
 using testlib::TestEnvironment;
 
+using Program = testlib::RunningProgram;
+
 namespace {
-
-struct Program {
-    Quorvel quorvel;
-    ApplicationWindows windows{quorvel};
-    Program()
-    {
-        windows.start();
-        // The window the user works in: its shortcuts reach it.
-        window()->activateWindow();
-        QApplication::setActiveWindow(window());
-    }
-    MainWindow *window() const { return windows.mainWindow(); }
-    QAction *undo() const { return window()->findChild<QAction *>(QStringLiteral("undoDeleteAction")); }
-    // The list of that tab, shown, with the focus and that row selected.
-    QTableView *list(const QString &tab, const QString &name, int row)
-    {
-        window()->tabs()->setCurrentWidget(window()->tabWithIdentifier(tab));
-        auto *view = window()->findChild<QTableView *>(name);
-        view->setFocus();
-        view->selectRow(row);
-        return view;
-    }
-};
-
-QString cell(const QTableView *view, int row, int column)
+QAction *undo(const Program &program)
 {
-    return view->model()->index(row, column).data().toString();
+    return program.named(QStringLiteral("undoDeleteAction"));
 }
-
 }  // namespace
 
 class UndoDeleteTest : public QObject
@@ -100,24 +74,23 @@ private Q_SLOTS:
         QFETCH(QString, field);
         QFETCH(QString, value);
         Program program;
-        QVERIFY(!program.undo()->isEnabled());
+        QVERIFY(!undo(program)->isEnabled());
         QTableView *view = program.list(tab, list, row);
         const int rows = view->model()->rowCount();
-        const QString shown = cell(view, row, 0);
+        const QString shown = Program::cell(view, row, 0);
 
-        TestEnvironment::current().scriptAlertAnswers({1});
-        QTest::keyClick(view, Qt::Key_Backspace);
+        Program::deleteSelected(view);
         QVERIFY(view->model()->rowCount() < rows);
-        QVERIFY(program.undo()->isEnabled());
-        QCOMPARE(program.undo()->text(), menuText);
+        QVERIFY(undo(program)->isEnabled());
+        QCOMPARE(undo(program)->text(), menuText);
 
         // Gone from the disk too, so that only the undo can write it back.
         QVERIFY(QFile::remove(platform::paths::bundleFile(file)));
         QTest::keyClick(view, Qt::Key_Z, Qt::ControlModifier);
         QCOMPARE(view->model()->rowCount(), rows);
-        QCOMPARE(cell(view, row, 0), shown);
-        QVERIFY(!program.undo()->isEnabled());
-        QCOMPARE(program.undo()->text(), QStringLiteral("Undo Delete"));
+        QCOMPARE(Program::cell(view, row, 0), shown);
+        QVERIFY(!undo(program)->isEnabled());
+        QCOMPARE(undo(program)->text(), QStringLiteral("Undo Delete"));
         // Written at once, with its own id.
         QVERIFY(!testlib::recordOnDisk(file, field, value).isEmpty());
     }
@@ -127,16 +100,15 @@ private Q_SLOTS:
         Program program;
         const QString attachments = platform::paths::attachmentsDir() + QStringLiteral("/Order10");
         QTableView *orders = program.list(QStringLiteral("2"), QStringLiteral("orderTableView"), 0);
-        TestEnvironment::current().scriptAlertAnswers({1});
-        QTest::keyClick(orders, Qt::Key_Backspace);
+        Program::deleteSelected(orders);
         QVERIFY(!QFileInfo::exists(attachments));
         QVERIFY(QFile::remove(platform::paths::bundleFile(QStringLiteral("orders.xml"))));
         // The toolbar's Delete button has the same command in its menu.
         auto *menu = program.window()->findChild<QMenu *>(QStringLiteral("deleteToolbarMenu"));
-        QCOMPARE(menu->actions().value(0), program.undo());
+        QCOMPARE(menu->actions().value(0), undo(program));
         menu->actions().first()->trigger();
 
-        QCOMPARE(cell(orders, 0, 0), QStringLiteral("INV10"));
+        QCOMPARE(Program::cell(orders, 0, 0), QStringLiteral("INV10"));
         QCOMPARE(testlib::readFile(attachments + QStringLiteral("/plan.txt")), QByteArray("a plan"));
         QCOMPARE(testlib::recordOnDisk(QStringLiteral("orders.xml"), QStringLiteral("id"), QStringLiteral("10"))
                      .value(QStringLiteral("contact")).toString(),
@@ -163,13 +135,13 @@ private Q_SLOTS:
         QTest::keyClick(lines, Qt::Key_Delete);
         QCOMPARE(lines->model()->rowCount(), 1);
         QCOMPARE(bolt->getQty(), QStringLiteral("13"));  // the line's 3 back in stock
-        QCOMPARE(program.undo()->text(), QStringLiteral("Undo Delete Line Bolt"));
+        QCOMPARE(undo(program)->text(), QStringLiteral("Undo Delete Line Bolt"));
 
         for (const char *name : {"items.xml", "itemsordered.xml"})
             QVERIFY(QFile::remove(platform::paths::bundleFile(QLatin1String(name))));
         program.quorvel.undoDelete();
         QCOMPARE(lines->model()->rowCount(), 2);
-        QCOMPARE(cell(lines, 0, 0), QStringLiteral("Bolt"));
+        QCOMPARE(Program::cell(lines, 0, 0), QStringLiteral("Bolt"));
         QCOMPARE(bolt->getQty(), QStringLiteral("10"));
         QCOMPARE(testlib::recordOnDisk(QStringLiteral("items.xml"), QStringLiteral("id"), QStringLiteral("20"))
                      .value(QStringLiteral("qty")).toString(),
@@ -183,11 +155,10 @@ private Q_SLOTS:
     {
         Program program;
         QTableView *orders = program.list(QStringLiteral("2"), QStringLiteral("orderTableView"), 0);
-        TestEnvironment::current().scriptAlertAnswers({1});
-        QTest::keyClick(orders, Qt::Key_Backspace);
-        QVERIFY(program.undo()->isEnabled());
+        Program::deleteSelected(orders);
+        QVERIFY(undo(program)->isEnabled());
         program.windows.terminate();
-        QVERIFY(!program.undo()->isEnabled());
+        QVERIFY(!undo(program)->isEnabled());
         QVERIFY(!QFileInfo::exists(platform::paths::bundleFile(QStringLiteral("Deleted Attachments"))));
         QVERIFY(testlib::recordOnDisk(QStringLiteral("orders.xml"), QStringLiteral("id"), QStringLiteral("10")).isEmpty());
     }

@@ -35,9 +35,9 @@ bool isSupplier(const Contact *contact)
     return contact->getType() == u"Supplier";
 }
 
-// How many of the records pass the test.
 using Records = std::vector<std::shared_ptr<dataObject>>;
 
+// How many of the records pass the test.
 template <typename Test>
 int countWhere(const Records &records, Test test)
 {
@@ -193,7 +193,7 @@ void ContactManager::setExpanded(const Contact *company, bool expanded)
 }
 
 // The rows are built in one pass over the collection and kept until the
-// list is filtered, sorted, reloaded or changes its number of records.
+// list is filtered, sorted or reloaded, or its records change.
 void ContactManager::ensureRows() const
 {
     if (rowsValid && rowsGeneration == getGeneration())

@@ -72,7 +72,9 @@ void CompleteColumnToggle::toggle(int row)
 
 bool CompleteColumnToggle::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched == table && event->type() == QEvent::KeyPress) {
+    // The event's type first: while the table is being destroyed its
+    // widgets still send events here, and the table is no table any more.
+    if (event->type() == QEvent::KeyPress && watched == table) {
         const auto *key = static_cast<QKeyEvent *>(event);
         if (key->key() != Qt::Key_Space || (key->modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier)
             return false;
@@ -80,7 +82,7 @@ bool CompleteColumnToggle::eventFilter(QObject *watched, QEvent *event)
         toggle(current.isValid() ? current.row() : actions.table->selectedRow());
         return true;
     }
-    if (watched == table->viewport() && event->type() == QEvent::MouseButtonRelease) {
+    if (event->type() == QEvent::MouseButtonRelease && watched == table->viewport()) {
         const auto *mouse = static_cast<QMouseEvent *>(event);
         const auto *model = qobject_cast<const TableModel *>(table->model());
         const QModelIndex index = table->indexAt(mouse->position().toPoint());

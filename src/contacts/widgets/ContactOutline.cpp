@@ -283,22 +283,21 @@ bool ContactOutline::handleMouse(QEvent *event)
 
 bool ContactOutline::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched == view && event->type() == QEvent::KeyPress) {
+    if (event->type() == QEvent::KeyPress && watched == view) {
         const auto *key = static_cast<QKeyEvent *>(event);
         const bool plain = (key->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
         if (plain && (key->key() == Qt::Key_Left || key->key() == Qt::Key_Right))
             return handleKey(key->key());
         return false;
     }
-    if (watched == view->viewport()) {
-        switch (event->type()) {
-        case QEvent::MouseButtonPress:
-        case QEvent::MouseButtonDblClick:  // a quick second click toggles again
-        case QEvent::MouseButtonRelease:
-            return handleMouse(event);
-        default:
-            break;
-        }
+    // The event's type before the view: while the view is being destroyed
+    // its viewport still sends events here, and the view is no view any more.
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:  // a quick second click toggles again
+    case QEvent::MouseButtonRelease:
+        return watched == view->viewport() && handleMouse(event);
+    default:
+        return false;
     }
-    return false;
 }

@@ -4,18 +4,23 @@
 #include "TestEnvironment.h"
 #include "TestMain.h"
 
+#include "accounts/Bill.h"
 #include "accounts/BillManager.h"
 #include "app/PrefsController.h"
 #include "app/Quorvel.h"
 #include "checkout/CheckoutManager.h"
 #include "contacts/Contact.h"
 #include "contacts/ContactManager.h"
+#include "items/Item.h"
 #include "items/ItemManager.h"
 #include "orders/BOMManager.h"
+#include "orders/Material.h"
 #include "orders/Order.h"
 #include "orders/OrderManager.h"
 #include "platform/Paths.h"
+#include "reports/ReportItem.h"
 #include "reports/ReportManager.h"
+#include "tasks/Action.h"
 #include "tasks/ActionManager.h"
 
 #include <QDir>
@@ -258,8 +263,17 @@ private Q_SLOTS:
             {QStringLiteral("materials"), quorvel.getBOMManager()},
             {QStringLiteral("reports"), quorvel.getReportManager()}};
         kdDataSource *manager = managers.value(list);
-        manager->add(std::make_shared<dataObject>());
-        manager->add(std::make_shared<dataObject>());
+        // Records of the list's own kind.
+        const QMap<QString, std::function<std::shared_ptr<dataObject>()>> makers{
+            {QStringLiteral("orders"), [] { return std::make_shared<Order>(); }},
+            {QStringLiteral("contacts"), [] { return std::make_shared<Contact>(); }},
+            {QStringLiteral("tasks"), [] { return std::make_shared<Action>(); }},
+            {QStringLiteral("items"), [] { return std::make_shared<Item>(); }},
+            {QStringLiteral("bills"), [] { return std::make_shared<Bill>(); }},
+            {QStringLiteral("materials"), [] { return std::make_shared<Material>(); }},
+            {QStringLiteral("reports"), [] { return std::make_shared<ReportItem>(); }}};
+        manager->add(makers.value(list)());
+        manager->add(makers.value(list)());
         manager->getTableView()->selectRow(1);
         quorvel.mainWindow->makeKeyAndOrderFront();
         quorvel.mainWindow->widgetFocusChanged(manager->getTableView());

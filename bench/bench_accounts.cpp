@@ -15,7 +15,7 @@
 // start on 01/01/19 (dates day first).
 #include "BenchSupport.h"
 #include "accounts/BillManager.h"
-#include "app/PrefsController.h"
+#include "store/PrefsController.h"
 #include "app/Quorvel.h"
 #include "orders/OrderManager.h"
 #include "platform/Clock.h"

@@ -9,7 +9,7 @@
 // definitions. Prints the median time of each report and its row count.
 // Other reports of the reports folder may be named instead of the two.
 #include "BenchSupport.h"
-#include "app/PrefsController.h"
+#include "store/PrefsController.h"
 #include "app/Quorvel.h"
 #include "orders/BOMManager.h"
 #include "orders/OrderManager.h"

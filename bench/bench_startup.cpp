@@ -9,7 +9,7 @@
 // symbolic link to the real one, with its preferences in the temporary
 // folder too, and it is never quit (quitting saves).
 #include "BenchSupport.h"
-#include "app/PrefsController.h"
+#include "store/PrefsController.h"
 #include "app/Quorvel.h"
 #include "app/widgets/ApplicationWindows.h"
 #include "app/widgets/MainWindow.h"

@@ -2,8 +2,8 @@
 
 #include "accounts/Bill.h"
 #include "accounts/StatementManager.h"
-#include "app/PrefsController.h"
-#include "app/Quorvel.h"
+#include "store/PrefsController.h"
+#include "store/QuorvelServices.h"
 #include "platform/Clock.h"
 #include "platform/DateReading.h"
 #include "platform/Dates.h"
@@ -42,7 +42,7 @@ QVariantList clause(const QString &field, const QString &op, const QString &valu
 
 }  // namespace
 
-BillManager::BillManager(Quorvel *controller, QObject *parent)
+BillManager::BillManager(QuorvelServices *controller, QObject *parent)
     : ListManager(controller, u"bills"_s, u"Delete Bill"_s, parent),
       periodPopUp(new PopUp(this)),
       fromDate(new TextField(this)),

@@ -4,7 +4,7 @@
 // both sides: the bills are filtered in place and totalled under the table;
 // money in is a report ("MoneyIn") over the orders, written into the
 // reports folder and run into its own table. The bill editor is here too.
-#include "app/ListManager.h"
+#include "store/ListManager.h"
 #include "platform/outlets/TextView.h"
 #include "platform/outlets/Window.h"
 
@@ -21,7 +21,7 @@ class BillManager : public ListManager
 {
     Q_OBJECT
 public:
-    explicit BillManager(Quorvel *controller, QObject *parent = nullptr);
+    explicit BillManager(QuorvelServices *controller, QObject *parent = nullptr);
     ~BillManager() override;
 
     // The money-in table and the statement table.

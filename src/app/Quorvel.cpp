@@ -1,8 +1,8 @@
 #include "app/Quorvel.h"
 
 #include "accounts/BillManager.h"
-#include "app/Picker.h"
-#include "app/PrefsController.h"
+#include "store/Picker.h"
+#include "store/PrefsController.h"
 #include "app/kdDateFormatter.h"
 #include "checkout/CheckoutManager.h"
 #include "contacts/CompanyContactEditor.h"
@@ -105,6 +105,12 @@ Quorvel::Quorvel(QObject *parent)
     prefsController->invoiceListPopUpButton = billManager->category;
     prefsController->contactTypePopUpButton = contactManager->type;
     prefsController->companyTypePopUpButtons = {companyEditor->type, companyContactEditor->type};
+
+    // What one area announces, the others follow.
+    connect(bomManager.get(), &BOMManager::stockChanged, itemManager.get(), &ItemManager::filter);
+    for (OrderManager *editor : {orderManager.get(), static_cast<OrderManager *>(checkoutManager.get())})
+        for (OrderManager *follower : {orderManager.get(), static_cast<OrderManager *>(checkoutManager.get())})
+            connect(editor, &OrderManager::contactConnected, follower, &OrderManager::updateContactFields);
 
     // Every list hands its deletions to one history, for Undo Delete.
     deletionHistory = new DeletionHistory(this);
@@ -530,8 +536,6 @@ void Quorvel::setCurrentOrder(int orderId)
 void Quorvel::connectContact(Contact *contact, int orderId)
 {
     orderManager->connectContact(contact, orderId);
-    orderManager->updateContactFields();
-    checkoutManager->updateContactFields();
 }
 
 bool Quorvel::hasTime() const
@@ -557,4 +561,9 @@ void Quorvel::requestOrderManagerResign()
 void Quorvel::requestCheckoutManagerResign()
 {
     checkoutManager->requestResign(this);
+}
+
+bool Quorvel::isCheckout(const QObject *sender) const
+{
+    return sender && sender == checkoutManager.get();
 }

@@ -12,6 +12,7 @@
 #include "platform/outlets/Window.h"
 #include "store/DatabaseBundle.h"
 #include "store/DeletionHistory.h"
+#include "store/QuorvelServices.h"
 
 #include <QObject>
 #include <QString>
@@ -38,7 +39,7 @@ class TableDataSource;
 class kdDataSource;
 class kdDateFormatter;
 
-class Quorvel : public QObject
+class Quorvel : public QObject, public QuorvelServices
 {
     Q_OBJECT
 public:
@@ -63,10 +64,10 @@ public:
     DatabaseBundle::ReadResult readDatabase();
     // Writes the file of the manager that sends it, all six when the
     // controller itself sends it, nothing for any other sender.
-    bool writeDatabase(const QObject *sender);
+    bool writeDatabase(const QObject *sender) override;
     // Accepted and ignored: a deletion reaches the disk with the next write.
-    void setChangeFlag() {}
-    DatabaseBundle &getDatabase() { return *database; }
+    void setChangeFlag() override {}
+    DatabaseBundle &getDatabase() override { return *database; }
     // Whether reading the database starts the two worker threads: the order
     // manager's repeat checker and the task manager's alarm watch (on unless
     // switched off; the command line makes its one pass itself and rings no
@@ -86,7 +87,7 @@ public:
     bool exportHTMLMenuItem();
     void printMenuItem();
     void help();
-    void editContactForCurrentOrder();
+    void editContactForCurrentOrder() override;
     // Brings back the last record deleted from any list (Edit > Undo Delete).
     void undoDelete();
     DeletionHistory *getDeletionHistory() const { return deletionHistory; }
@@ -104,35 +105,36 @@ public:
     std::function<void(const QString &text)> standardOutput;
 
     // Lookups and accessors used by the managers.
-    ContactManager *getContactManager() const { return contactManager.get(); }
-    ActionManager *getActionManager() const { return actionManager.get(); }
-    BillManager *getBillManager() const { return billManager.get(); }
-    BOMManager *getBOMManager() const { return bomManager.get(); }
-    ItemManager *getItemManager() const { return itemManager.get(); }
-    OrderManager *getOrderManager() const { return orderManager.get(); }
-    CheckoutManager *getCheckoutManager() const { return checkoutManager.get(); }
-    SupplierDataSource *getSupplierDataSource() const { return supplierDataSource.get(); }
+    ContactManager *getContactManager() const override { return contactManager.get(); }
+    ActionManager *getActionManager() const override { return actionManager.get(); }
+    BillManager *getBillManager() const override { return billManager.get(); }
+    BOMManager *getBOMManager() const override { return bomManager.get(); }
+    ItemManager *getItemManager() const override { return itemManager.get(); }
+    OrderManager *getOrderManager() const override { return orderManager.get(); }
+    CheckoutManager *getCheckoutManager() const override { return checkoutManager.get(); }
+    SupplierDataSource *getSupplierDataSource() const override { return supplierDataSource.get(); }
     ReportManager *getReportManager() const { return reportManager.get(); }
-    CompanyEditor *getCompanyEditor() const { return companyEditor.get(); }
-    CompanyContactEditor *getCompanyContactEditor() const { return companyContactEditor.get(); }
-    Picker *getPicker() const { return picker.get(); }
-    PrefsController *getPrefsController() const { return prefsController.get(); }
+    CompanyEditor *getCompanyEditor() const override { return companyEditor.get(); }
+    CompanyContactEditor *getCompanyContactEditor() const override { return companyContactEditor.get(); }
+    Picker *getPicker() const override { return picker.get(); }
+    PrefsController *getPrefsController() const override { return prefsController.get(); }
     kdDateFormatter *getDateFormatter() const { return dateFormatter.get(); }
 
-    Contact *getContactbyId(const QString &id) const;
-    QString getContactNameforId(const QString &id) const;
-    QString getContactIdForName(const QString &name) const;
-    int getContactIdForOrder(int orderId) const;
-    QString getCurrentContactIdAsString() const;
-    Item *getProductbyId(int id) const;
-    int getCurrentOrder() const;
-    void setCurrentOrder(int orderId);
-    void connectContact(Contact *contact, int orderId);
-    bool hasTime() const;
-    bool hasData() const;
-    bool hasAccounts() const;
-    void requestOrderManagerResign();
-    void requestCheckoutManagerResign();
+    Contact *getContactbyId(const QString &id) const override;
+    QString getContactNameforId(const QString &id) const override;
+    QString getContactIdForName(const QString &name) const override;
+    int getContactIdForOrder(int orderId) const override;
+    QString getCurrentContactIdAsString() const override;
+    Item *getProductbyId(int id) const override;
+    int getCurrentOrder() const override;
+    void setCurrentOrder(int orderId) override;
+    void connectContact(Contact *contact, int orderId) override;
+    bool hasTime() const override;
+    bool hasData() const override;
+    bool hasAccounts() const override;
+    void requestOrderManagerResign() override;
+    void requestCheckoutManagerResign() override;
+    bool isCheckout(const QObject *sender) const override;
 
     // Outlets of the main window and the notepad.
     Window *mainWindow;

@@ -1,9 +1,9 @@
 #include "checkout/CheckoutManager.h"
 
-#include "app/Quorvel.h"
+#include "store/QuorvelServices.h"
 #include "orders/Order.h"
 
-CheckoutManager::CheckoutManager(Quorvel *controller, QObject *parent) : OrderManager(controller, parent) {}
+CheckoutManager::CheckoutManager(QuorvelServices *controller, QObject *parent) : OrderManager(controller, parent) {}
 
 void CheckoutManager::edit(Order *order)
 {

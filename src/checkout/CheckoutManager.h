@@ -7,7 +7,7 @@ class CheckoutManager : public OrderManager
 {
     Q_OBJECT
 public:
-    explicit CheckoutManager(Quorvel *controller, QObject *parent = nullptr);
+    explicit CheckoutManager(QuorvelServices *controller, QObject *parent = nullptr);
 
     // Start-up: the checkout fills its status pop-up only (the order
     // list's filter is not its business).

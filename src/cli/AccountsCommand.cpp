@@ -2,7 +2,7 @@
 
 #include "accounts/Bill.h"
 #include "accounts/BillManager.h"
-#include "app/PrefsController.h"
+#include "store/PrefsController.h"
 #include "app/Quorvel.h"
 #include "cli/CliOptions.h"
 #include "cli/CliOutput.h"

@@ -1,6 +1,6 @@
 #include "cli/CommandLine.h"
 
-#include "app/PrefsController.h"
+#include "store/PrefsController.h"
 #include "app/Quorvel.h"
 #include "cli/AccountsCommand.h"
 #include "cli/CliOutput.h"

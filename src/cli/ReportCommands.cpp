@@ -1,6 +1,6 @@
 #include "cli/ReportCommands.h"
 
-#include "app/PrefsController.h"
+#include "store/PrefsController.h"
 #include "app/Quorvel.h"
 #include "cli/CliOptions.h"
 #include "cli/CliOutput.h"

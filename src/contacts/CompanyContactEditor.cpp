@@ -1,6 +1,6 @@
 #include "contacts/CompanyContactEditor.h"
 
-#include "app/Quorvel.h"
+#include "store/QuorvelServices.h"
 #include "contacts/Contact.h"
 #include "contacts/ContactManager.h"
 
@@ -10,7 +10,7 @@ namespace {
 const QString companyKind = u"Company"_s;
 }  // namespace
 
-CompanyContactEditor::CompanyContactEditor(Quorvel *controller, ContactManager *contacts, QObject *parent)
+CompanyContactEditor::CompanyContactEditor(QuorvelServices *controller, ContactManager *contacts, QObject *parent)
     : QObject(parent),
       ContactFields(this),
       company(new PopUp(this)),

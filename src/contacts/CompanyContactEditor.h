@@ -15,13 +15,13 @@
 
 class Contact;
 class ContactManager;
-class Quorvel;
+class QuorvelServices;
 
 class CompanyContactEditor : public QObject, public ContactFields
 {
     Q_OBJECT
 public:
-    CompanyContactEditor(Quorvel *controller, ContactManager *contacts, QObject *parent = nullptr);
+    CompanyContactEditor(QuorvelServices *controller, ContactManager *contacts, QObject *parent = nullptr);
 
     // setItem, then show.
     void edit(Contact *contact) { setItem(contact); show(); }
@@ -54,7 +54,7 @@ public:
     OpenContactReports *reports;
 
 private:
-    Quorvel *quorvel;
+    QuorvelServices *quorvel;
     ContactManager *contactManager;
     bool creating = false;
 };

@@ -1,10 +1,10 @@
 #include "contacts/CompanyEditor.h"
 
-#include "app/Quorvel.h"
+#include "store/QuorvelServices.h"
 #include "contacts/Contact.h"
 #include "contacts/ContactManager.h"
 
-CompanyEditor::CompanyEditor(Quorvel *controller, QObject *parent)
+CompanyEditor::CompanyEditor(QuorvelServices *controller, QObject *parent)
     : QObject(parent), ContactFields(this), quorvel(controller)
 {
     // The people's table is the contact manager's: it supplies the rows and

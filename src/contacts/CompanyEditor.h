@@ -13,13 +13,13 @@
 
 class Contact;
 class ContactManager;
-class Quorvel;
+class QuorvelServices;
 
 class CompanyEditor : public QObject, public ContactFields
 {
     Q_OBJECT
 public:
-    explicit CompanyEditor(Quorvel *controller, QObject *parent = nullptr);
+    explicit CompanyEditor(QuorvelServices *controller, QObject *parent = nullptr);
 
     // A new company, added to the contacts at once, in the editor.
     void create();
@@ -41,6 +41,6 @@ public:
 private:
     ContactManager *contactManager() const;
 
-    Quorvel *quorvel;
+    QuorvelServices *quorvel;
     bool creating = false;
 };

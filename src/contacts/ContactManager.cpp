@@ -1,7 +1,7 @@
 #include "contacts/ContactManager.h"
 
-#include "app/PrefsController.h"
-#include "app/Quorvel.h"
+#include "store/PrefsController.h"
+#include "store/QuorvelServices.h"
 #include "contacts/CompanyContactEditor.h"
 #include "contacts/CompanyEditor.h"
 #include "contacts/Contact.h"
@@ -102,7 +102,7 @@ private:
     const ContactManager &contacts;
 };
 
-ContactManager::ContactManager(Quorvel *controller, QObject *parent)
+ContactManager::ContactManager(QuorvelServices *controller, QObject *parent)
     : ListManager(controller, u"contacts"_s, u"Delete contact"_s, parent),
       ContactFields(this),
       typeFilter(new PopUp(this)),

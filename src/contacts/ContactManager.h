@@ -8,7 +8,7 @@
 // their own editors (the controller's CompanyEditor and
 // CompanyContactEditor); this manager hands records to them. The
 // individuals' editor is this manager's own ContactFields.
-#include "app/ListManager.h"
+#include "store/ListManager.h"
 #include "contacts/ContactFields.h"
 
 #include <QSet>
@@ -22,7 +22,7 @@ class ContactManager : public ListManager, public ContactFields
 {
     Q_OBJECT
 public:
-    explicit ContactManager(Quorvel *controller, QObject *parent = nullptr);
+    explicit ContactManager(QuorvelServices *controller, QObject *parent = nullptr);
     ~ContactManager() override;
 
     // The view of the contacts tab.

@@ -5,7 +5,7 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-OpenContactReports::OpenContactReports(Quorvel *controller, QObject *parent)
+OpenContactReports::OpenContactReports(QuorvelServices *controller, QObject *parent)
     : QObject(parent),
       itemTableView(new TableView(this)),
       orderTableView(new TableView(this)),

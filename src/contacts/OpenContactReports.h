@@ -10,14 +10,14 @@
 #include <memory>
 
 class Contact;
-class Quorvel;
+class QuorvelServices;
 class ReportManager;
 
 class OpenContactReports : public QObject
 {
     Q_OBJECT
 public:
-    explicit OpenContactReports(Quorvel *controller, QObject *parent = nullptr);
+    explicit OpenContactReports(QuorvelServices *controller, QObject *parent = nullptr);
     ~OpenContactReports() override;
 
     // Runs both reports into their tables for that contact (none: no
@@ -28,7 +28,7 @@ public:
     TableView *orderTableView;
 
 private:
-    Quorvel *quorvel;
+    QuorvelServices *quorvel;
     std::unique_ptr<ReportManager> itemsReportMangager;
     std::unique_ptr<ReportManager> ordersReportMangager;
 };

@@ -1,8 +1,8 @@
 #include "items/ItemManager.h"
 
-#include "app/Picker.h"
-#include "app/PrefsController.h"
-#include "app/Quorvel.h"
+#include "store/Picker.h"
+#include "store/PrefsController.h"
+#include "store/QuorvelServices.h"
 #include "contacts/Contact.h"
 #include "items/Item.h"
 #include "items/SupplierDataSource.h"
@@ -20,7 +20,7 @@ void ItemManager::ImageView::setImage(const QByteArray &tiff)
     Q_EMIT changed();
 }
 
-ItemManager::ItemManager(Quorvel *controller, QObject *parent)
+ItemManager::ItemManager(QuorvelServices *controller, QObject *parent)
     : ListManager(controller, u"items"_s, u"Delete Item"_s, parent),
       stockFilter(new PopUp(this)),
       editorWindow(new Window(this)),

@@ -4,7 +4,7 @@
 // the editor for a new item, a new item like the one on screen, or an
 // existing one, with the supplier chosen from the contacts and a picture
 // set by dropping or choosing a file.
-#include "app/ListManager.h"
+#include "store/ListManager.h"
 #include "platform/outlets/CheckBox.h"
 #include "platform/outlets/TextView.h"
 #include "platform/outlets/Window.h"
@@ -33,7 +33,7 @@ public:
         QByteArray picture;
     };
 
-    explicit ItemManager(Quorvel *controller, QObject *parent = nullptr);
+    explicit ItemManager(QuorvelServices *controller, QObject *parent = nullptr);
     ~ItemManager() override;
 
     // A new item: the next id, the code made of the item prefix and that

@@ -1,6 +1,6 @@
 #include "items/SupplierDataSource.h"
 
-#include "app/Quorvel.h"
+#include "store/QuorvelServices.h"
 #include "contacts/Contact.h"
 #include "contacts/ContactManager.h"
 #include "platform/Log.h"

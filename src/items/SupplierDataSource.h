@@ -8,12 +8,12 @@
 #include <vector>
 
 class Contact;
-class Quorvel;
+class QuorvelServices;
 
 class SupplierDataSource : public kdDataSource
 {
 public:
-    explicit SupplierDataSource(Quorvel *controller) : quorvel(controller) {}
+    explicit SupplierDataSource(QuorvelServices *controller) : quorvel(controller) {}
 
     // Counting looks at the contacts afresh.
     int getCount() const override;
@@ -29,7 +29,7 @@ private:
     kdDataSource *contacts() const;
     void findSuppliers() const;
 
-    Quorvel *quorvel;
+    QuorvelServices *quorvel;
     // Positions of the suppliers among the contacts, as last counted.
     mutable std::vector<int> supplierPositions;
     mutable int countedContacts = 0;

@@ -1,7 +1,6 @@
 #include "orders/BOMManager.h"
 
-#include "app/Quorvel.h"
-#include "checkout/CheckoutManager.h"
+#include "store/QuorvelServices.h"
 #include "items/Item.h"
 #include "items/ItemManager.h"
 #include "orders/Material.h"
@@ -43,7 +42,7 @@ QString selfDescription(const Material &line)
 
 }  // namespace
 
-BOMManager::BOMManager(Quorvel *controller, QObject *parent)
+BOMManager::BOMManager(QuorvelServices *controller, QObject *parent)
     : ListManager(controller, QStringLiteral("materials"), QStringLiteral("Delete Item"), parent),
       checkoutTableView(new TableView(this))
 {
@@ -238,6 +237,7 @@ void BOMManager::addProduct(Item *item)
     line->recalcTotal();
     setContactfor(line.get());
     add(line);
+    Q_EMIT stockChanged();
 }
 
 void BOMManager::addTime(Action *task)
@@ -253,6 +253,7 @@ void BOMManager::addTime(Action *task)
     line->setCost(task->getRate());
     line->setTotal(task->getTotalCharge());
     add(line);
+    Q_EMIT stockChanged();
 }
 
 void BOMManager::create()
@@ -305,15 +306,14 @@ void BOMManager::deleteRecord(dataObject *record)
         if (!stock || !quorvel)
             return;
         stock->adjustQty(-returned);
-        quorvel->getItemManager()->filter();
+        Q_EMIT stockChanged();
         quorvel->writeDatabase(quorvel->getItemManager());
     });
     invalidateRanks();
     reloadData();
     clampSelection(table);
     clampSelection(checkoutTableView);
-    if (quorvel && quorvel->getItemManager())
-        quorvel->getItemManager()->filter();
+    Q_EMIT stockChanged();
 }
 
 void BOMManager::clampSelection(TableView *view) const
@@ -324,7 +324,7 @@ void BOMManager::clampSelection(TableView *view) const
 
 void BOMManager::deleteKey(const QObject *sender)
 {
-    const bool fromCheckout = quorvel && sender && sender == quorvel->getCheckoutManager();
+    const bool fromCheckout = quorvel && quorvel->isCheckout(sender);
     const TableView *view = fromCheckout ? checkoutTableView : table;
     const int row = view->selectedRow();
     if (row < 0)

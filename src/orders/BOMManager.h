@@ -5,7 +5,7 @@
 // from stock items (taking stock), from tasks (their time) or are typed in;
 // they can be edited in place. The order editor takes the materials total
 // and the shipping total from here.
-#include "app/ListManager.h"
+#include "store/ListManager.h"
 
 #include <vector>
 
@@ -17,7 +17,7 @@ class BOMManager : public ListManager
 {
     Q_OBJECT
 public:
-    explicit BOMManager(Quorvel *controller, QObject *parent = nullptr);
+    explicit BOMManager(QuorvelServices *controller, QObject *parent = nullptr);
 
     // The id of the order whose lines are shown (0 for none), and the
     // number of its lines.
@@ -72,6 +72,8 @@ public:
 Q_SIGNALS:
     // A refused edit (not a number): the platform's beep.
     void beep();
+    // Lines took stock or gave it back: the stock list shows it again.
+    void stockChanged();
 
 protected:
     QString describe(const dataObject &record) const override;

@@ -1,8 +1,8 @@
 #include "orders/OrderManager.h"
 
-#include "app/Picker.h"
-#include "app/PrefsController.h"
-#include "app/Quorvel.h"
+#include "store/Picker.h"
+#include "store/PrefsController.h"
+#include "store/QuorvelServices.h"
 #include "contacts/Contact.h"
 #include "contacts/ContactManager.h"
 #include "items/Item.h"
@@ -73,7 +73,7 @@ void setIfPresent(TextField *field, const QString &text)
 
 }  // namespace
 
-OrderManager::OrderManager(Quorvel *controller, QObject *parent)
+OrderManager::OrderManager(QuorvelServices *controller, QObject *parent)
     : ListManager(controller, u"orders"_s, u"Delete Order"_s, parent),
       attachmentButton(new Button(this)),
       attachmentText(new TextField(this)),
@@ -487,6 +487,7 @@ void OrderManager::connectContact(Contact *contact, int orderId)
         addNewOrderTo(*quorvel->getOrderManager());
     if (auto *order = static_cast<Order *>(getItemById(orderId)))
         order->setContact(contact);
+    Q_EMIT contactConnected();
 }
 
 void OrderManager::connectContactById(int contactId, Order *order)
@@ -842,7 +843,6 @@ void OrderManager::setMaterial(dataObject *chosen)
     BOMManager *bom = quorvel->getBOMManager();
     bom->addProduct(item);
     bom->reloadData();
-    quorvel->getItemManager()->filter();
 }
 
 void OrderManager::pickTime()
@@ -861,5 +861,4 @@ void OrderManager::setTime(dataObject *chosen)
     BOMManager *bom = quorvel->getBOMManager();
     bom->addTime(task);
     bom->reloadData();
-    quorvel->getItemManager()->filter();
 }

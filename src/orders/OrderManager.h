@@ -8,7 +8,7 @@
 //
 // Outlets may be absent (not connected): every use of one that may be
 // absent is skipped then, so the checkout can bind fewer of them.
-#include "app/ListManager.h"
+#include "store/ListManager.h"
 #include "platform/outlets/Button.h"
 #include "platform/outlets/CheckBox.h"
 #include "platform/outlets/TextView.h"
@@ -28,7 +28,7 @@ class OrderManager : public ListManager
 {
     Q_OBJECT
 public:
-    explicit OrderManager(Quorvel *controller, QObject *parent = nullptr);
+    explicit OrderManager(QuorvelServices *controller, QObject *parent = nullptr);
     ~OrderManager() override;
 
     // Start-up: the filter pop-up gets "All" and "Incomplete" (selected).
@@ -166,6 +166,9 @@ Q_SIGNALS:
     void valueTextDidChange();
     // The attachment well should show its icon again.
     void attachmentIconChanged();
+    // A contact was linked to an order: every order editor shows its
+    // order's contact again.
+    void contactConnected();
 
 protected:
     QString describe(const dataObject &record) const override;

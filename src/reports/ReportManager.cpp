@@ -1,8 +1,8 @@
 #include "reports/ReportManager.h"
 
 #include "accounts/BillManager.h"
-#include "app/PrefsController.h"
-#include "app/Quorvel.h"
+#include "store/PrefsController.h"
+#include "store/QuorvelServices.h"
 #include "contacts/ContactManager.h"
 #include "items/ItemManager.h"
 #include "orders/BOMManager.h"
@@ -573,7 +573,7 @@ struct RowValues {
 };
 
 // The records a definition reads, by the name it gives them.
-kdDataSource *sourceFor(const Quorvel *quorvel, const QString &kind)
+kdDataSource *sourceFor(const QuorvelServices *quorvel, const QString &kind)
 {
     if (!quorvel)
         return nullptr;
@@ -646,7 +646,7 @@ RowValues collectRows(const ReportManager &reports, const QString &name, const D
 
 }  // namespace
 
-ReportManager::ReportManager(Quorvel *controller, QObject *parent)
+ReportManager::ReportManager(QuorvelServices *controller, QObject *parent)
     : QObject(parent), filter(new PopUp(this)), table(new TableView(this)), quorvel(controller)
 {
     table->setDataSource(this);

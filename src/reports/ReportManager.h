@@ -22,7 +22,7 @@
 #include <QVariant>
 #include <optional>
 
-class Quorvel;
+class QuorvelServices;
 class ReportItem;
 
 class ReportManager : public QObject, public kdDataSource
@@ -43,10 +43,10 @@ public:
         float valueNumber = 0.0f;        // and read as a number
     };
 
-    explicit ReportManager(Quorvel *controller, QObject *parent = nullptr);
+    explicit ReportManager(QuorvelServices *controller, QObject *parent = nullptr);
 
-    void setQuorvel(Quorvel *controller) { quorvel = controller; }
-    Quorvel *getQuorvel() const { return quorvel; }
+    void setQuorvel(QuorvelServices *controller) { quorvel = controller; }
+    QuorvelServices *getQuorvel() const { return quorvel; }
     // The contact that "currentcontact" names in this engine's conditions.
     // Without one it is the contact manager's current contact.
     void setOpenContactId(std::optional<int> id) { openContactId = id; }
@@ -118,7 +118,7 @@ public:
     TableView *table;
 
 private:
-    Quorvel *quorvel;
+    QuorvelServices *quorvel;
     std::optional<int> openContactId;
     TextField *fromDate = nullptr;
     QString totalcol = QStringLiteral("field-1");

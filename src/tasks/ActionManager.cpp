@@ -1,7 +1,7 @@
 #include "tasks/ActionManager.h"
 
-#include "app/PrefsController.h"
-#include "app/Quorvel.h"
+#include "store/PrefsController.h"
+#include "store/QuorvelServices.h"
 #include "platform/Alerts.h"
 #include "platform/Clock.h"
 #include "platform/Dates.h"
@@ -24,7 +24,7 @@ const QString completeColumn = u"complete"_s;
 
 }  // namespace
 
-ActionManager::ActionManager(Quorvel *controller, QObject *parent)
+ActionManager::ActionManager(QuorvelServices *controller, QObject *parent)
     : ListManager(controller, u"tasks"_s, u"Delete Task"_s, parent),
       complete(new CheckBox(this)),
       details(new TextView(this)),

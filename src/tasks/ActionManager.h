@@ -4,7 +4,7 @@
 // editor with the task's dates and times in the user's date order, its rate
 // and units, and the arithmetic of duration and charge; and the alarm watch,
 // which tells the user once when an alarmed task's end moment has passed.
-#include "app/ListManager.h"
+#include "store/ListManager.h"
 #include "platform/outlets/CheckBox.h"
 #include "platform/outlets/TextView.h"
 #include "platform/outlets/Window.h"
@@ -21,7 +21,7 @@ class ActionManager : public ListManager
 {
     Q_OBJECT
 public:
-    explicit ActionManager(Quorvel *controller, QObject *parent = nullptr);
+    explicit ActionManager(QuorvelServices *controller, QObject *parent = nullptr);
     ~ActionManager() override;
 
     // The editor.

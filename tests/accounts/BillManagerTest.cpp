@@ -8,7 +8,7 @@
 
 #include "accounts/Bill.h"
 #include "accounts/BillManager.h"
-#include "app/PrefsController.h"
+#include "store/PrefsController.h"
 #include "app/Quorvel.h"
 #include "orders/Order.h"
 #include "orders/OrderManager.h"

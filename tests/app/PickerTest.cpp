@@ -2,7 +2,7 @@
 #include "TestEnvironment.h"
 #include "TestMain.h"
 
-#include "app/Picker.h"
+#include "store/Picker.h"
 #include "contacts/Contact.h"
 #include "reports/ReportItem.h"
 

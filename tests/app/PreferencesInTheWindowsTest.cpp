@@ -6,7 +6,7 @@
 #include "Preferences.h"
 #include "TestMain.h"
 
-#include "app/PrefsController.h"
+#include "store/PrefsController.h"
 #include "app/Quorvel.h"
 #include "app/widgets/ApplicationWindows.h"
 #include "app/widgets/MainWindow.h"

@@ -1,7 +1,7 @@
 #include "Preferences.h"
 #include "TestMain.h"
 
-#include "app/PrefsController.h"
+#include "store/PrefsController.h"
 #include "platform/Paths.h"
 
 #include <QDir>

@@ -5,7 +5,7 @@
 #include "TestEnvironment.h"
 #include "TestMain.h"
 
-#include "app/PrefsController.h"
+#include "store/PrefsController.h"
 #include "app/Quorvel.h"
 #include "app/widgets/ApplicationWindows.h"
 #include "app/widgets/MainToolBar.h"

@@ -6,7 +6,7 @@
 
 #include "accounts/Bill.h"
 #include "accounts/BillManager.h"
-#include "app/PrefsController.h"
+#include "store/PrefsController.h"
 #include "app/Quorvel.h"
 #include "checkout/CheckoutManager.h"
 #include "contacts/Contact.h"

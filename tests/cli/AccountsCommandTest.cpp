@@ -7,7 +7,7 @@
 #include "TestMain.h"
 
 #include "accounts/BillManager.h"
-#include "app/PrefsController.h"
+#include "store/PrefsController.h"
 #include "app/Quorvel.h"
 #include "platform/Clock.h"
 #include "platform/Paths.h"

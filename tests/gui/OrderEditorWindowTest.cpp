@@ -3,7 +3,7 @@
 #include "TestEnvironment.h"
 #include "TestMain.h"
 
-#include "app/PrefsController.h"
+#include "store/PrefsController.h"
 #include "app/Quorvel.h"
 #include "app/widgets/integrityTableView.h"
 #include "orders/BOMManager.h"

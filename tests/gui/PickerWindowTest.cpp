@@ -1,7 +1,7 @@
 #include "TableCells.h"
 #include "TestMain.h"
 
-#include "app/Picker.h"
+#include "store/Picker.h"
 #include "app/widgets/PickerWindow.h"
 #include "app/widgets/integrityTableView.h"
 #include "contacts/Contact.h"

@@ -2,7 +2,7 @@
 #include "Preferences.h"
 #include "TestMain.h"
 
-#include "app/PrefsController.h"
+#include "store/PrefsController.h"
 #include "app/widgets/PrefsWindow.h"
 #include "app/widgets/WelcomePanel.h"
 #include "platform/Paths.h"

@@ -6,8 +6,8 @@
 #include "DatabaseFiles.h"
 #include "TestMain.h"
 
-#include "app/Picker.h"
-#include "app/PrefsController.h"
+#include "store/Picker.h"
+#include "store/PrefsController.h"
 #include "app/Quorvel.h"
 #include "contacts/Contact.h"
 #include "contacts/ContactManager.h"

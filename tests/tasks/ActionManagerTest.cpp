@@ -3,7 +3,7 @@
 #include "TestEnvironment.h"
 #include "TestMain.h"
 
-#include "app/PrefsController.h"
+#include "store/PrefsController.h"
 #include "app/Quorvel.h"
 #include "tasks/Action.h"
 #include "tasks/ActionManager.h"

@@ -1,7 +1,7 @@
 #include "TestMain.h"
 #include "TestEnvironment.h"
 
-#include "app/PrefsController.h"
+#include "store/PrefsController.h"
 #include "app/Quorvel.h"
 #include "platform/Alerts.h"
 #include "tasks/Action.h"

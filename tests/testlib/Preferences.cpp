@@ -1,6 +1,6 @@
 #include "Preferences.h"
 
-#include "app/PrefsController.h"
+#include "store/PrefsController.h"
 #include "app/Quorvel.h"
 
 #include <QDir>

@@ -2,7 +2,7 @@
 
 #include "DatabaseFiles.h"
 #include "Preferences.h"
-#include "app/PrefsController.h"
+#include "store/PrefsController.h"
 #include "platform/Paths.h"
 #include "platform/PropertyList.h"
 

@@ -1,7 +1,7 @@
 #include "app/widgets/ApplicationWindows.h"
 
 #include "accounts/widgets/BillEditorWindow.h"
-#include "app/PrefsController.h"
+#include "store/PrefsController.h"
 #include "app/Quorvel.h"
 #include "app/widgets/MainWindow.h"
 #include "app/widgets/NotepadWindow.h"

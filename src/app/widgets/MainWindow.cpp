@@ -1,7 +1,7 @@
 #include "app/widgets/MainWindow.h"
 
 #include "accounts/BillManager.h"
-#include "app/PrefsController.h"
+#include "store/PrefsController.h"
 #include "app/Quorvel.h"
 #include "app/kdKeyResponder.h"
 #include "app/widgets/MainToolBar.h"

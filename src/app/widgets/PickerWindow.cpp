@@ -1,6 +1,6 @@
 #include "app/widgets/PickerWindow.h"
 
-#include "app/Picker.h"
+#include "store/Picker.h"
 #include "app/widgets/OutletBinding.h"
 #include "app/widgets/WindowPlacement.h"
 #include "app/widgets/integrityTableView.h"

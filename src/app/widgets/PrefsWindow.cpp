@@ -1,6 +1,6 @@
 #include "app/widgets/PrefsWindow.h"
 
-#include "app/PrefsController.h"
+#include "store/PrefsController.h"
 #include "app/widgets/EditorWidgets.h"
 #include "app/widgets/OutletBinding.h"
 #include "app/widgets/WindowPlacement.h"

@@ -1,6 +1,6 @@
 #include "app/widgets/WelcomePanel.h"
 
-#include "app/PrefsController.h"
+#include "store/PrefsController.h"
 #include "app/widgets/OutletBinding.h"
 #include "platform/Localised.h"
 

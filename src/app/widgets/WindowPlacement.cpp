@@ -1,6 +1,6 @@
 #include "app/widgets/WindowPlacement.h"
 
-#include "app/PrefsController.h"
+#include "store/PrefsController.h"
 
 #include <QEvent>
 #include <QObject>

@@ -1,6 +1,6 @@
 #include "orders/widgets/OrderEditorWindow.h"
 
-#include "app/PrefsController.h"
+#include "store/PrefsController.h"
 #include "app/Quorvel.h"
 #include "app/kdKeyResponder.h"
 #include "app/widgets/EditorWidgets.h"

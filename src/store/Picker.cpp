@@ -1,4 +1,4 @@
-#include "app/Picker.h"
+#include "store/Picker.h"
 
 #include "platform/Alerts.h"
 #include "platform/Localised.h"

@@ -14,7 +14,7 @@
 #include <functional>
 #include <memory>
 
-class Quorvel;
+class QuorvelServices;
 
 class ListManager : public QObject, public kdDataSource
 {
@@ -22,10 +22,10 @@ class ListManager : public QObject, public kdDataSource
 public:
     // `deleteQuestion` is the message of the delete alert ("Delete Order" ...);
     // `kind` names the default columns (see ListColumns).
-    ListManager(Quorvel *controller, const QString &kind, const QString &deleteQuestion, QObject *parent = nullptr);
+    ListManager(QuorvelServices *controller, const QString &kind, const QString &deleteQuestion, QObject *parent = nullptr);
 
-    Quorvel *getQuorvel() const { return quorvel; }
-    void setQuorvel(Quorvel *controller) { quorvel = controller; }
+    QuorvelServices *getQuorvel() const { return quorvel; }
+    void setQuorvel(QuorvelServices *controller) { quorvel = controller; }
 
     // Opens the editor on a new record; lists without an editor yet do nothing.
     virtual void create() {}
@@ -64,6 +64,6 @@ protected:
     // writes the list's file.
     virtual void putBack(const std::shared_ptr<dataObject> &record, qsizetype position);
 
-    Quorvel *quorvel;
+    QuorvelServices *quorvel;
     QString deleteMessage;
 };

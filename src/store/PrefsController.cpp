@@ -1,4 +1,4 @@
-#include "app/PrefsController.h"
+#include "store/PrefsController.h"
 
 #include "platform/Localised.h"
 #include "platform/Log.h"

@@ -1,13 +1,13 @@
-#include "app/ListManager.h"
+#include "store/ListManager.h"
 
-#include "app/Quorvel.h"
+#include "store/QuorvelServices.h"
 #include "platform/Alerts.h"
 #include "platform/Localised.h"
 #include "store/ListColumns.h"
 
 using platform::localised;
 
-ListManager::ListManager(Quorvel *controller, const QString &kind, const QString &deleteQuestion, QObject *parent)
+ListManager::ListManager(QuorvelServices *controller, const QString &kind, const QString &deleteQuestion, QObject *parent)
     : QObject(parent),
       table(new TableView(this)),
       searchField(new TextField(this)),

@@ -22,8 +22,6 @@ using platform::localised;
 
 namespace {
 
-const QString dayFirst = u"%d/%m/%y"_s;
-const QString monthFirst = u"%m/%d/%y"_s;
 
 // A moment as the log has always shown it: "2008-03-08 00:00:00 +0000".
 QString description(const QDateTime &moment)
@@ -78,7 +76,7 @@ QString BillManager::userDateFormat() const
     // The start date's own format, which the preferences give it.
     if (platform::isDayFormat(fromDate->dateFormat()))
         return fromDate->dateFormat();
-    return !quorvel || quorvel->getPrefsController()->isUKFormat() ? dayFirst : monthFirst;
+    return platform::userDateFormat(!quorvel || quorvel->getPrefsController()->isUKFormat());
 }
 
 // ---------------------------------------------------------------------------

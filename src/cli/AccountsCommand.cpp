@@ -124,7 +124,7 @@ int accountsCommand(const QStringList &arguments, QIODevice &out, QIODevice &err
         platform::setFixedNow(moment);
     }
     const bool dayFirst = storedDayFirst();
-    const QString dateFormat = dayFirst ? u"%d/%m/%y"_s : u"%m/%d/%y"_s;
+    const QString &dateFormat = platform::userDateFormat(dayFirst);
     const QString from = options->value(u"from"_s);
     if (!from.isEmpty() && !platform::parseDate(from, dateFormat))
         return usageError(err, u"--from needs a date written %1, the date order of the preferences"_s

@@ -7,6 +7,7 @@
 #include "cli/CommandLine.h"
 #include "contacts/Contact.h"
 #include "contacts/ContactManager.h"
+#include "platform/Dates.h"
 #include "platform/Paths.h"
 #include "platform/PropertyList.h"
 #include "platform/StringTable.h"
@@ -27,9 +28,7 @@ namespace {
 QString preferredDateFormat()
 {
     const QSettings settings(PrefsController::settingsName(), PrefsController::settingsName());
-    return settings.value(QStringLiteral("QuorvelDateFormat")).toString() == QLatin1String("1")
-        ? QStringLiteral("%m/%d/%y")
-        : QStringLiteral("%d/%m/%y");
+    return platform::userDateFormat(settings.value(QStringLiteral("QuorvelDateFormat")).toString() != QLatin1String("1"));
 }
 
 }  // namespace

@@ -10,11 +10,13 @@
 #include "orders/BOMManager.h"
 #include "orders/OrderAttachments.h"
 #include "orders/Order.h"
+#include "orders/RecurringOrders.h"
 #include "orders/RepeatChecker.h"
 #include "platform/Alerts.h"
 #include "platform/Clock.h"
 #include "platform/Dates.h"
 #include "platform/FilePanels.h"
+#include "platform/Formats.h"
 #include "platform/Localised.h"
 #include "platform/Log.h"
 #include "platform/Numbers.h"
@@ -28,42 +30,9 @@
 
 using namespace Qt::Literals::StringLiterals;
 using platform::localised;
+using platform::withArguments;
 
 namespace {
-
-// The form of every last-repeat date, and of the next date of the summary.
-const QString dayFirst = u"%d/%m/%y"_s;
-const QString monthFirst = u"%m/%d/%y"_s;
-
-// The format with each conversion (%@, %i, %d, %f, %.2f ...) replaced by the
-// next argument, already written as text, and "%%" by a percent sign.
-QString withArguments(const QString &format, const QStringList &arguments)
-{
-    QString out;
-    out.reserve(format.size() + 32);
-    qsizetype next = 0;
-    for (qsizetype i = 0; i < format.size(); ++i) {
-        if (format.at(i) != u'%' || i + 1 >= format.size()) {
-            out += format.at(i);
-            continue;
-        }
-        if (format.at(i + 1) == u'%') {
-            out += u'%';
-            ++i;
-            continue;
-        }
-        qsizetype end = i + 1;
-        while (end < format.size() && (format.at(end).isDigit() || format.at(end) == u'.'))
-            ++end;
-        if (end < format.size() && QStringView(u"@idf").contains(format.at(end)) && next < arguments.size()) {
-            out += arguments.at(next++);
-            i = end;
-        } else {
-            out += format.at(i);
-        }
-    }
-    return out;
-}
 
 void setIfPresent(TextField *field, const QString &text)
 {
@@ -117,7 +86,8 @@ OrderManager::OrderManager(QuorvelServices *controller, QObject *parent)
       repeatInformativeTextField(new TextField(this)),
       whichStationary(new PopUp(this)),
       paymentMethod(new PopUp(this)),
-      myImageView(new Button(this))
+      myImageView(new Button(this)),
+      recurring(std::make_unique<RecurringOrders>(*this))
 {
     // Until start-up (awakeFromNib) the list shows every order, so a
     // manager that is never started (a headless use) hides nothing.
@@ -341,7 +311,7 @@ void OrderManager::finish(const QObject *sender)
     order->setRepeats(repeats->state());
     // Repeating from now on: the first copy falls one period after today.
     if (order->getRepeats() && order->getLastRepeatDate().isEmpty())
-        order->setLastRepeatDate(platform::formatDate(platform::now(), dayFirst));
+        order->setLastRepeatDate(platform::formatDate(platform::now(), platform::dayFirstFormat));
 
     if (!sender)
         return;  // the printing path: the record only
@@ -641,124 +611,15 @@ QString OrderManager::deleteAttachments(int orderId)
 // ---------------------------------------------------------------------------
 // Recurring orders
 
-std::shared_ptr<Order> OrderManager::copyForRepeat(Order &source)
-{
-    PrefsController *prefs = quorvel->getPrefsController();
-    const auto copy = std::make_shared<Order>();
-    add(copy);  // takes the next id at once
-    copy->setOrderNum(prefs->getOrderPrefix() + QString::number(copy->getID()));
-    // Dated as the order editor's date field shows "today".
-    copy->setDate(date->formatted(u"today"_s));
-    copy->setTaxRate(platform::format2(prefs->getGlobalTaxRate()));
-    copy->setTax(source.getTax());
-    copy->setBalance(source.getBalance());
-    copy->setContact(source.getContact());
-    copy->setShipping(source.getShipping());
-    copy->setStatus(source.getStatus());
-    copy->setTitle(source.getTitle());
-    copy->setValue(source.getValue());
-    copy->setIncludeBOM(source.getIncludeBOM());
-    copy->setSent(source.getSent());
-    // Written into the order itself, so kept in one language in the file.
-    copy->setDescription(withArguments(u"%@\r%@"_s, {withArguments(u"Recurrence of Order %@"_s, {source.getOrderNum()}),
-                                                    source.getDescription()}));
-    // The total, as the editor makes it for any order: value, tax and
-    // shipping added in that order in single precision.
-    float total = platform::floatValue(copy->getValue()) + platform::floatValue(copy->getTax());
-    total = total + platform::floatValue(copy->getShipping());
-    copy->setValueWithTax(platform::format2(total));
-
-    source.setLastRepeatDate(platform::formatDate(platform::now(), dayFirst));
-    quorvel->getBOMManager()->duplicateMaterialsFromOrder(source.getID(), copy->getID());
-    return copy;
-}
-
-void OrderManager::writeRepeatCopies()
-{
-    filter();
-    quorvel->writeDatabase(this);
-    quorvel->writeDatabase(quorvel->getBOMManager());
-}
-
 Order *OrderManager::duplicate(Order *order)
 {
     // Held for the whole copy: the alert at its end lets other work run.
-    const std::shared_ptr<Order> source = order ? shareOf(order) : currentItem;
-    if (!source || !quorvel)
-        return nullptr;
-    const std::shared_ptr<Order> copy = copyForRepeat(*source);
-    writeRepeatCopies();
-
-    const QString term = quorvel->getPrefsController()->getTermOrder();
-    platform::runAlert(withArguments(localised("Repeat %@"), {term}),
-                       withArguments(localised("%@ '%@' has been duplicated. The number of the new %@ is %@"),
-                                     {term, source->getTitle(), term, copy->getOrderNum()}),
-                       localised("OK"));
-    return copy.get();
+    return recurring->duplicate(order ? shareOf(order) : currentItem).get();
 }
 
 QList<QPair<Order *, Order *>> OrderManager::checkForOverdueRepeats(const QDateTime &now)
 {
-    QList<QPair<Order *, Order *>> copies;
-    if (!quorvel)
-        return copies;
-    // Orders added during the pass, the copies too, wait for the next pass.
-    const int count = getCount();
-    for (int i = 0; i < count; ++i) {
-        auto *order = static_cast<Order *>(getnthItem(i));
-        if (!order || !order->getRepeats())
-            continue;
-        const std::optional<QDateTime> last = platform::parseDate(order->getLastRepeatDate(), dayFirst);
-        platform::log(withArguments(u"%@ is set to repeat. last repeat date is %@"_s,
-                                    {order->getTitle(), order->getLastRepeatDate()}));
-        // The editor always stamps a date when repetition is switched on; a
-        // date that cannot be read (a file edited by hand) has no due date,
-        // so the order is left alone rather than copied on every pass.
-        if (!last) {
-            platform::log(withArguments(u"%@ has a last repeat date that cannot be read: not repeated"_s,
-                                        {order->getTitle()}));
-            continue;
-        }
-        QDateTime next = *last;
-        const QString &frequency = order->getRepeatFrequency();
-        if (frequency == "month"_L1)
-            next = platform::addMonths(*last, 1);
-        else if (frequency == "week"_L1)
-            next = platform::addDays(*last, 7);
-        else if (frequency == "year"_L1)
-            next = platform::addYears(*last, 1);
-        if (now > next) {
-            // One period per pass: an order overdue by several is caught up
-            // one copy at a time.
-            const std::shared_ptr<Order> copy = copyForRepeat(*order);
-            order->setLastRepeatDate(platform::formatDate(next, dayFirst));
-            copies.append(qMakePair(order, copy.get()));
-        }
-    }
-    if (copies.isEmpty())
-        return copies;
-
-    // One write and one alert for the whole pass, however many were due.
-    writeRepeatCopies();
-    const PrefsController *prefs = quorvel->getPrefsController();
-    const QString term = prefs->getTermOrder();
-    platform::Alert alert;
-    alert.message = withArguments(localised("Repeat %@"), {term});
-    alert.defaultButton = localised("OK");
-    if (copies.size() == 1) {
-        const auto &[source, copy] = copies.first();
-        alert.informativeText = withArguments(localised("%@ '%@' has been duplicated. The number of the new %@ is %@"),
-                                              {term, source->getTitle(), term, copy->getOrderNum()});
-    } else {
-        alert.informativeText = withArguments(localised("%i repeating %@ have been duplicated; their new numbers are listed below."),
-                                              {QString::number(copies.size()), prefs->getTermOrders()});
-        QStringList lines;
-        for (const auto &[source, copy] : std::as_const(copies))
-            lines << withArguments(u"%@ '%@' \u2192 %@"_s, {source->getOrderNum(), source->getTitle(), copy->getOrderNum()});
-        alert.details = lines.join(u'\n');
-    }
-    platform::runAlert(alert);
-    return copies;
+    return recurring->checkForOverdueRepeats(now);
 }
 
 void OrderManager::kickOffCheckForOverdueRepeats()
@@ -769,21 +630,10 @@ void OrderManager::kickOffCheckForOverdueRepeats()
 
 void OrderManager::setRepeatInformativeText()
 {
-    QString text = u""_s;
-    if (currentItem && !currentItem->getLastRepeatDate().isEmpty()) {
-        const std::optional<QDateTime> last = platform::parseDate(currentItem->getLastRepeatDate(), dayFirst);
-        const bool ukFormat = !quorvel || quorvel->getPrefsController()->isUKFormat();
-        // A date that cannot be read is shown as it is stored.
-        const QString lastText =
-            last ? platform::formatDate(*last, ukFormat ? dayFirst : monthFirst) : currentItem->getLastRepeatDate();
-        text = withArguments(localised("Last repeated on %@. "), {lastText});
-        if (last && repeats->state()) {
-            // The summary's own rule: a month for "month", a week otherwise.
-            const QDateTime next = repeatFrequency->titleOfSelectedItem() == "month"_L1 ? platform::addMonths(*last, 1)
-                                                                                       : platform::addDays(*last, 7);
-            text += withArguments(localised("Next due to be repeated on %@ "), {platform::formatDate(next, dayFirst)});
-        }
-    }
+    const bool dayFirst = !quorvel || quorvel->getPrefsController()->isUKFormat();
+    const QString text = currentItem ? repeatSummary(currentItem->getLastRepeatDate(), repeats->state(),
+                                                     repeatFrequency->titleOfSelectedItem(), dayFirst)
+                                     : u""_s;
     if (repeatInformativeTextField->isConnected())
         repeatInformativeTextField->setStringValue(text);
 }

@@ -22,6 +22,7 @@ class Action;
 class Contact;
 class Item;
 class Order;
+class RecurringOrders;
 class RepeatChecker;
 
 class OrderManager : public ListManager
@@ -172,12 +173,6 @@ Q_SIGNALS:
 
 protected:
     QString describe(const dataObject &record) const override;
-    // A copy of a repeating order with a new number, dated "today", with
-    // its total and a copy of its lines, in the list; the source's
-    // last-repeat date is today. Nothing is written or shown.
-    std::shared_ptr<Order> copyForRepeat(Order &source);
-    // The copies' orders and lines to disk.
-    void writeRepeatCopies();
     // The well's icon: "" for none, "singlefilewell" or "doublefilewell".
     void updateIcon();
     // A new order of the editor (creating) enters that list now and
@@ -192,5 +187,6 @@ protected:
     int numberofAttachments = 0;
 
 private:
+    std::unique_ptr<RecurringOrders> recurring;
     std::unique_ptr<RepeatChecker> repeatChecker;
 };

@@ -21,6 +21,12 @@ std::optional<QDateTime> parseDate(const QString &text, const QString &format);
 QString formatDate(const QDateTime &moment, const QString &format);
 QString formatDate(const QDate &date, const QString &format);
 
+// The two orders a user can write dates in: day first (the program's own,
+// and the one it always stores some dates in) and month first.
+inline const QString dayFirstFormat = QStringLiteral("%d/%m/%y");
+inline const QString monthFirstFormat = QStringLiteral("%m/%d/%y");
+inline const QString &userDateFormat(bool dayFirst) { return dayFirst ? dayFirstFormat : monthFirstFormat; }
+
 // Calendar arithmetic. Months and years clamp to the end of a shorter
 // month: 31 January plus one month is 28 or 29 February.
 QDateTime addDays(const QDateTime &moment, int days);

@@ -1,6 +1,7 @@
 #include "store/Picker.h"
 
 #include "platform/Alerts.h"
+#include "platform/Formats.h"
 #include "platform/Localised.h"
 #include "platform/Numbers.h"
 #include "reports/ReportItem.h"
@@ -10,29 +11,12 @@
 #include <vector>
 
 using platform::localised;
+using platform::withArguments;
 
 namespace {
 
 // The row's fields: the two shown values and the record's id.
 constexpr int idField = 3;
-
-// The format with each "%@" replaced by the next argument, in order.
-QString withArguments(const QString &format, const QStringList &arguments)
-{
-    QString out;
-    out.reserve(format.size() + 32);
-    qsizetype next = 0;
-    for (qsizetype i = 0; i < format.size(); ++i) {
-        if (format.at(i) == QLatin1Char('%') && i + 1 < format.size() && format.at(i + 1) == QLatin1Char('@')
-            && next < arguments.size()) {
-            out += arguments.at(next++);
-            ++i;
-        } else {
-            out += format.at(i);
-        }
-    }
-    return out;
-}
 
 // A field name as a column header: "totalTimeUnits" reads "Total Time
 // Units", "contact:name" reads "Contact Name".

@@ -1,5 +1,6 @@
 #include "store/PrefsController.h"
 
+#include "platform/Dates.h"
 #include "platform/Localised.h"
 #include "platform/Log.h"
 #include "platform/Numbers.h"
@@ -323,7 +324,7 @@ void PrefsController::readDefaults()
 void PrefsController::setUKFormat(bool dayFirst)
 {
     const QString label = dayFirst ? QStringLiteral("dd/mm/yy") : QStringLiteral("mm/dd/yy");
-    const QString format = dayFirst ? QStringLiteral("%d/%m/%y") : QStringLiteral("%m/%d/%y");
+    const QString &format = platform::userDateFormat(dayFirst);
     for (TextField *text : std::as_const(dateFormatTexts)) {
         if (text)
             text->setStringValue(label);

@@ -295,7 +295,6 @@ void kdDataSource::sortByColumn(const QString &field, bool ascending, int option
         for (size_t i = 0; i < count; ++i)
             sorted[i] = std::move(collection[order[i]]);
     } else if (options == 2) {
-        static const QString dayFirst = QStringLiteral("%d/%m/%y");
         // Every record takes part in at least one comparison, so each
         // gets its date parsed (and cached) when it has none yet.
         std::vector<qint64> when(count);
@@ -303,7 +302,7 @@ void kdDataSource::sortByColumn(const QString &field, bool ascending, int option
         for (size_t i = 0; i < count; ++i) {
             dataObject *record = collection[i].get();
             if (!record->getNSDate()) {
-                if (auto parsed = platform::parseDate(record->getFieldByName(key), dayFirst))
+                if (auto parsed = platform::parseDate(record->getFieldByName(key), platform::dayFirstFormat))
                     record->setNSDate(parsed);
             }
             const auto &cached = record->getNSDate();

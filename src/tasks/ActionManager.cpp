@@ -16,8 +16,6 @@ using platform::localised;
 
 namespace {
 
-const QString dayFirst = u"%d/%m/%y"_s;
-const QString monthFirst = u"%m/%d/%y"_s;
 const QString timeFormat = u"%H:%M"_s;
 const QString completeColumn = u"complete"_s;
 
@@ -60,7 +58,7 @@ ActionManager::~ActionManager() = default;
 
 QString ActionManager::userDateFormat() const
 {
-    return !quorvel || quorvel->getPrefsController()->isUKFormat() ? dayFirst : monthFirst;
+    return platform::userDateFormat(!quorvel || quorvel->getPrefsController()->isUKFormat());
 }
 
 void ActionManager::create()

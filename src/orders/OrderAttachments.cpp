@@ -1,5 +1,7 @@
 #include "orders/OrderAttachments.h"
 
+#include "platform/Formats.h"
+#include "platform/Localised.h"
 #include "platform/Paths.h"
 
 #include <QDir>
@@ -77,6 +79,24 @@ bool attach(int orderId, const QString &path)
     if (QFileInfo::exists(copy) || isWithin(target, path))
         return false;
     return copyRecursively(path, copy);
+}
+
+QString statusText(int attachments)
+{
+    using platform::localised;
+    if (attachments == 0)
+        return localised("There are no attachments");
+    if (attachments == 1)
+        return localised("There is 1 attachment");
+    return platform::withArguments(u"%@ %i %@"_s, {localised("There are "), QString::number(attachments),
+                                                   localised(" attachments")});
+}
+
+QString wellImage(int attachments)
+{
+    if (attachments == 1)
+        return u"singlefilewell"_s;
+    return attachments > 1 ? u"doublefilewell"_s : QString();
 }
 
 QString holdingFolder()

@@ -18,6 +18,12 @@ int count(int orderId);
 // never copied into itself. Answers whether anything was copied.
 bool attach(int orderId, const QString &path);
 
+// What the editor says of that many attachments ("There is 1 attachment").
+QString statusText(int attachments);
+// The attachment well's image for that many: "" for none, "singlefilewell"
+// for one, "doublefilewell" for more.
+QString wellImage(int attachments);
+
 // Moves the order's folder into the holding folder; answers where it went,
 // "" when the order had none (or it could not be moved, and stays).
 QString hold(int orderId);

@@ -4,6 +4,7 @@
 #include "store/PrefsController.h"
 #include "store/QuorvelServices.h"
 #include "contacts/Contact.h"
+#include "contacts/ContactFields.h"
 #include "contacts/ContactManager.h"
 #include "items/Item.h"
 #include "items/ItemManager.h"
@@ -509,18 +510,7 @@ void OrderManager::updateContactFields()
 
 QString OrderManager::grabContactFields() const
 {
-    const Contact *contact = currentItem ? currentItem->getContact() : nullptr;
-    if (!contact)
-        return u""_s;
-    QString block;
-    if (!contact->getTitle().isEmpty())
-        block += contact->getTitle() + u' ';
-    block += contact->getName() + u'\r';
-    block += contact->getAdd1() + u'\r';
-    block += contact->getAdd2() + u'\r';
-    block += contact->getAdd3() + u'\r';
-    block += contact->getPostcode() + u'\r';
-    return block;
+    return ContactFields::postalBlock(currentItem ? currentItem->getContact() : nullptr);
 }
 
 void OrderManager::copyContact()
@@ -568,29 +558,16 @@ int OrderManager::countAttachments(int orderId)
 
 void OrderManager::setAttachmentStatus()
 {
-    QString text;
-    if (numberofAttachments == 0)
-        text = localised("There are no attachments");
-    else if (numberofAttachments == 1)
-        text = localised("There is 1 attachment");
-    else
-        text = withArguments(u"%@ %i %@"_s, {localised("There are "), QString::number(numberofAttachments),
-                                             localised(" attachments")});
     if (attachmentText->isConnected())
-        attachmentText->setStringValue(text);
+        attachmentText->setStringValue(orderAttachments::statusText(numberofAttachments));
     if (attachmentButton->isConnected())
         attachmentButton->setEnabled(numberofAttachments != 0);
 }
 
 void OrderManager::updateIcon()
 {
-    QString image;
-    if (numberofAttachments == 1)
-        image = u"singlefilewell"_s;
-    else if (numberofAttachments > 1)
-        image = u"doublefilewell"_s;
     if (myImageView->isConnected())
-        myImageView->setImage(image);
+        myImageView->setImage(orderAttachments::wellImage(numberofAttachments));
     Q_EMIT attachmentIconChanged();
 }
 

@@ -13,6 +13,7 @@
 // table that it last ran a report into.
 #include "platform/outlets/PopUp.h"
 #include "platform/outlets/TextField.h"
+#include "reports/ReportCriteria.h"
 #include "store/TableView.h"
 #include "store/kdDataSource.h"
 
@@ -29,19 +30,8 @@ class ReportManager : public QObject, public kdDataSource
 {
     Q_OBJECT
 public:
-    // One condition of a definition: the record's field, an operator (">",
-    // "<", "!" for not equal, "=") and the value compared with.
-    struct Clause {
-        QString field;
-        QString op;
-        QString value;
-        // Worked out once for a report, so that records are compared without
-        // looking at the definition again.
-        bool prepared = false;           // the three below are worked out
-        bool currentContact = false;     // the value is "currentcontact"
-        std::optional<qint64> valueTime; // otherwise the value read as a date (ms), when it is one
-        float valueNumber = 0.0f;        // and read as a number
-    };
+    // One condition of a definition (reports/ReportCriteria.h).
+    using Clause = reports::Clause;
 
     explicit ReportManager(Quorvel *controller, QObject *parent = nullptr);
 
@@ -77,7 +67,8 @@ public:
     void reloadData();
 
     // Merges rows whose values in the match column are equal text, adding
-    // their quantities; rows whose quantities are not numbers stay.
+    // their quantities; rows whose quantities are not numbers stay
+    // (reports/ReportCollation.h).
     void collate(const QString &matchCol, const QString &qtyCol);
     // Adds the second row's quantity to the first's ("%.2f") and removes the
     // second row; with a quantity that is not a number, logs and answers false.

@@ -50,7 +50,9 @@ public:
             problem(u"\""_s + key + u"\" should be a list of texts; read as a list of one"_s);
             return {single};
         }
-        if (value.metaType().id() != QMetaType::QVariantList) {
+        // A file gives a list of values; a definition made in code may hold a list of texts.
+        const int kind = value.metaType().id();
+        if (kind != QMetaType::QVariantList && kind != QMetaType::QStringList) {
             problem(u"\""_s + key + u"\" is not a list of texts; left out"_s);
             return {};
         }

@@ -81,7 +81,10 @@ RowIndex indexRows(int count, TextColumn keys, TextColumn quantities)
         if (group < 0) {
             group = int(groups.size());
             const Slot slot{hash, group, quint32(texts.size()), quint32(key.size())};
-            texts.insert(texts.end(), key.utf16(), key.utf16() + key.size());
+            // constData, not utf16(): utf16() copies a text that does not own
+            // its characters (a literal) into a buffer of its own, in place.
+            const auto *chars = reinterpret_cast<const char16_t *>(key.constData());
+            texts.insert(texts.end(), chars, chars + key.size());
             groups.push_back(slot);
             if (groups.size() * 2 > buckets.size()) {
                 // Half full: twice the buckets, every group placed again.

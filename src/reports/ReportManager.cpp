@@ -1,12 +1,7 @@
 #include "reports/ReportManager.h"
 
-#include "accounts/BillManager.h"
 #include "app/PrefsController.h"
 #include "app/Quorvel.h"
-#include "contacts/ContactManager.h"
-#include "items/ItemManager.h"
-#include "orders/BOMManager.h"
-#include "orders/OrderManager.h"
 #include "platform/Log.h"
 #include "platform/Numbers.h"
 #include "platform/Paths.h"
@@ -14,7 +9,7 @@
 #include "reports/ReportCollation.h"
 #include "reports/ReportDefinition.h"
 #include "reports/ReportItem.h"
-#include "tasks/ActionManager.h"
+#include "store/DatabaseBundle.h"
 
 #include <QDir>
 #include <QFile>
@@ -83,23 +78,19 @@ struct RowValues {
     }
 };
 
-// The records a definition reads, by the name it gives them.
-kdDataSource *sourceFor(const Quorvel *quorvel, const QString &kind)
+// The collection a definition reads, by the name it gives its records.
+kdDataSource *sourceFor(Quorvel *quorvel, const QString &kind)
 {
     if (!quorvel)
         return nullptr;
-    if (kind == "contacts"_L1)
-        return quorvel->getContactManager();
-    if (kind == "itemspurchased"_L1)
-        return quorvel->getBOMManager();
-    if (kind == "orders"_L1)
-        return quorvel->getOrderManager();
-    if (kind == "items"_L1)
-        return quorvel->getItemManager();
-    if (kind == "actions"_L1)
-        return quorvel->getActionManager();
-    if (kind == "bills"_L1)
-        return quorvel->getBillManager();
+    static const QList<std::pair<QString, DatabaseBundle::File>> kinds{
+        {u"contacts"_s, DatabaseBundle::Contacts}, {u"itemspurchased"_s, DatabaseBundle::Materials},
+        {u"orders"_s, DatabaseBundle::Orders},     {u"items"_s, DatabaseBundle::Items},
+        {u"actions"_s, DatabaseBundle::Actions},   {u"bills"_s, DatabaseBundle::Bills}};
+    for (const auto &[name, file] : kinds) {
+        if (kind == name)
+            return &quorvel->getDatabase().collection(file);
+    }
     return nullptr;
 }
 

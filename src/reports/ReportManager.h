@@ -11,6 +11,12 @@
 // Several instances exist (the reports tab, the contact editors' tables of a
 // contact's orders and lines, money in of the accounts); each serves the
 // table that it last ran a report into.
+//
+// Reading a definition, testing records against its conditions and merging
+// like rows are plain functions of their own (ReportDefinition.h,
+// ReportCriteria.h, ReportCollation.h); this class finds the definition and
+// the records (the database's collections, through the controller), runs
+// those over them into its rows, and logs what they have to say.
 #include "platform/outlets/PopUp.h"
 #include "platform/outlets/TextField.h"
 #include "reports/ReportCriteria.h"
@@ -74,7 +80,8 @@ public:
     // second row; with a quantity that is not a number, logs and answers false.
     bool merge(ReportItem *first, ReportItem *second, const QString &qtyCol);
 
-    // Whether the record meets every clause (true with none).
+    // Whether the record meets every clause (true with none), dates read in
+    // dateFormat() and "currentcontact" standing for currentContactIdText().
     bool meetsCriteria(const dataObject &record, const QList<Clause> &where) const;
     // A read as a date is on or after B read as a date (both in dateFormat());
     // a text that cannot be read as a date makes the answer true.
@@ -84,7 +91,8 @@ public:
     static bool isDate(const QString &text);
     static bool isNumeric(const QString &text);
 
-    // The clauses of a definition's "where"/"where2" value. A clause that is
+    // The clauses of a definition's "where"/"where2" value, their values read
+    // in dateFormat() (reports::prepareClauses). A clause that is
     // not three texts is left out and said in `problems`, as is an operator
     // that is not one of the four (such a clause always holds).
     QList<Clause> clausesFrom(const QVariant &where, const QString &key, QStringList *problems = nullptr) const;

@@ -11,8 +11,15 @@
 // Several instances exist (the reports tab, the contact editors' tables of a
 // contact's orders and lines, money in of the accounts); each serves the
 // table that it last ran a report into.
+//
+// Reading a definition, testing records against its conditions and merging
+// like rows are plain functions of their own (ReportDefinition.h,
+// ReportCriteria.h, ReportCollation.h); this class finds the definition and
+// the records (the database's collections, through the controller), runs
+// those over them into its rows, and logs what they have to say.
 #include "platform/outlets/PopUp.h"
 #include "platform/outlets/TextField.h"
+#include "reports/ReportCriteria.h"
 #include "store/TableView.h"
 #include "store/kdDataSource.h"
 
@@ -29,19 +36,8 @@ class ReportManager : public QObject, public kdDataSource
 {
     Q_OBJECT
 public:
-    // One condition of a definition: the record's field, an operator (">",
-    // "<", "!" for not equal, "=") and the value compared with.
-    struct Clause {
-        QString field;
-        QString op;
-        QString value;
-        // Worked out once for a report, so that records are compared without
-        // looking at the definition again.
-        bool prepared = false;           // the three below are worked out
-        bool currentContact = false;     // the value is "currentcontact"
-        std::optional<qint64> valueTime; // otherwise the value read as a date (ms), when it is one
-        float valueNumber = 0.0f;        // and read as a number
-    };
+    // One condition of a definition (reports/ReportCriteria.h).
+    using Clause = reports::Clause;
 
     explicit ReportManager(QuorvelServices *controller, QObject *parent = nullptr);
 
@@ -77,13 +73,15 @@ public:
     void reloadData();
 
     // Merges rows whose values in the match column are equal text, adding
-    // their quantities; rows whose quantities are not numbers stay.
+    // their quantities; rows whose quantities are not numbers stay
+    // (reports/ReportCollation.h).
     void collate(const QString &matchCol, const QString &qtyCol);
     // Adds the second row's quantity to the first's ("%.2f") and removes the
     // second row; with a quantity that is not a number, logs and answers false.
     bool merge(ReportItem *first, ReportItem *second, const QString &qtyCol);
 
-    // Whether the record meets every clause (true with none).
+    // Whether the record meets every clause (true with none), dates read in
+    // dateFormat() and "currentcontact" standing for currentContactIdText().
     bool meetsCriteria(const dataObject &record, const QList<Clause> &where) const;
     // A read as a date is on or after B read as a date (both in dateFormat());
     // a text that cannot be read as a date makes the answer true.
@@ -93,7 +91,8 @@ public:
     static bool isDate(const QString &text);
     static bool isNumeric(const QString &text);
 
-    // The clauses of a definition's "where"/"where2" value. A clause that is
+    // The clauses of a definition's "where"/"where2" value, their values read
+    // in dateFormat() (reports::prepareClauses). A clause that is
     // not three texts is left out and said in `problems`, as is an operator
     // that is not one of the four (such a clause always holds).
     QList<Clause> clausesFrom(const QVariant &where, const QString &key, QStringList *problems = nullptr) const;

@@ -6,7 +6,7 @@
 #include "app/Quorvel.h"
 #include "cli/CliOptions.h"
 #include "cli/CliOutput.h"
-#include "cli/CommandLine.h"
+#include "cli/CliUsage.h"
 #include "platform/Clock.h"
 #include "platform/Dates.h"
 #include "platform/Localised.h"

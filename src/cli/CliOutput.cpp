@@ -1,6 +1,6 @@
 #include "cli/CliOutput.h"
 
-#include "cli/CommandLine.h"
+#include "cli/CliUsage.h"
 #include "platform/PropertyList.h"
 
 namespace cli {

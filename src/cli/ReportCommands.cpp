@@ -4,7 +4,7 @@
 #include "app/Quorvel.h"
 #include "cli/CliOptions.h"
 #include "cli/CliOutput.h"
-#include "cli/CommandLine.h"
+#include "cli/CliUsage.h"
 #include "contacts/Contact.h"
 #include "contacts/ContactManager.h"
 #include "platform/Dates.h"

@@ -19,9 +19,10 @@ double worst(const std::vector<double> &values);
 double threadCpuMs();
 
 // SUPPORT_DIR and the count that may follow it.
-struct CommandLine {
+struct CommandLine
+{
     QString supportDir;
-    int count = 0;   // at least 1
+    int count = 0;  // at least 1
 };
 // False, after printing "usage: PROGRAM USAGE", when SUPPORT_DIR is missing.
 // `usage` is the rest of the usage line ("SUPPORT_DIR [RUNS]").

@@ -15,11 +15,11 @@
 // start on 01/01/19 (dates day first).
 #include "BenchSupport.h"
 #include "accounts/BillManager.h"
-#include "store/PrefsController.h"
 #include "app/Quorvel.h"
 #include "orders/OrderManager.h"
 #include "platform/Clock.h"
 #include "reports/ReportManager.h"
+#include "store/PrefsController.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -105,8 +105,7 @@ int main(int argc, char **argv)
         std::printf("%-24s median %6.1f ms  worst %6.1f ms  cpu %6.1f ms  bills %6d  money in rows %6d  out %s  "
                     "in %s  difference %s\n",
                     qPrintable(periods.at(period)), median(times), worst(times), median(cpuTimes),
-                    bills.numberOfRowsInTableView() - 2,
-                    moneyIn ? moneyIn->numberOfRowsInTableView() - 2 : 0,
+                    bills.numberOfRowsInTableView() - 2, moneyIn ? moneyIn->numberOfRowsInTableView() - 2 : 0,
                     qPrintable(statement->objectValueForTableColumn(QStringLiteral("amount"), 1)),
                     qPrintable(statement->objectValueForTableColumn(QStringLiteral("amount"), 0)),
                     qPrintable(statement->objectValueForTableColumn(QStringLiteral("amount"), 3)));

@@ -83,7 +83,8 @@ void resetPeak()
         clear.write("5");
 }
 
-struct Collections {
+struct Collections
+{
     kdDataSource contacts;
     OrderList orders;
     kdDataSource items;
@@ -119,10 +120,11 @@ public:
 
 int usage()
 {
-    std::fprintf(stderr, "usage: bench_database DATA_DIR STEP [OUT_DIR]\n"
-                         "steps: read read-serial read-unshared write-all write-orders build-all build-orders\n"
-                         "       filter filter-contacts\n"
-                         "       sort csv scan scan-xml\n");
+    std::fprintf(stderr,
+                 "usage: bench_database DATA_DIR STEP [OUT_DIR]\n"
+                 "steps: read read-serial read-unshared write-all write-orders build-all build-orders\n"
+                 "       filter filter-contacts\n"
+                 "       sort csv scan scan-xml\n");
     return 2;
 }
 
@@ -164,7 +166,8 @@ int main(int argc, char **argv)
         prepare();
         platform::paths::setApplicationSupportDir(outDir);
         timed = [&]() {
-            const bool ok = step == u"write-all" ? c.bundle.writeDatabase() : c.bundle.writeDatabase(DatabaseBundle::Orders);
+            const bool ok
+                = step == u"write-all" ? c.bundle.writeDatabase() : c.bundle.writeDatabase(DatabaseBundle::Orders);
             qint64 bytes = 0;
             for (int f = 0; f < DatabaseBundle::FileCount; ++f) {
                 if (step == u"write-all" || f == DatabaseBundle::Orders)
@@ -193,7 +196,8 @@ int main(int argc, char **argv)
             const QString text = QStringLiteral("Ashford");
             c.orders.filterBy([&](const dataObject &record) {
                 const auto &order = static_cast<const Order &>(record);
-                return order.contains(text) || (withContacts && order.getContact() && order.getContact()->contains(text));
+                return order.contains(text)
+                    || (withContacts && order.getContact() && order.getContact()->contains(text));
             });
             const double searched = double(part.nsecsElapsed()) / 1e6;
             const int rows = c.orders.numberOfRowsInTableView();
@@ -233,14 +237,19 @@ int main(int argc, char **argv)
                 platform::plist::RecordReader reader;
                 reader.setQuickScanEnabled(quick);
                 CountingVisitor visitor;
-                const auto status = reader.readFile(DatabaseBundle::filePath(file), DatabaseBundle::rootKey(file), visitor);
+                const auto status
+                    = reader.readFile(DatabaseBundle::filePath(file), DatabaseBundle::rootKey(file), visitor);
                 if (!status.ok())
-                    std::fprintf(stderr, "%s: %s\n", qPrintable(DatabaseBundle::fileName(file)), qPrintable(status.message()));
+                    std::fprintf(stderr, "%s: %s\n", qPrintable(DatabaseBundle::fileName(file)),
+                                 qPrintable(status.message()));
                 fullUsed = fullUsed || reader.usedFullReader();
                 bytes += QFileInfo(DatabaseBundle::filePath(file)).size();
                 records += visitor.records;
             }
-            notes = QStringLiteral("bytes=%1 records=%2%3").arg(bytes).arg(records).arg(quick && fullUsed ? QStringLiteral(" (full reader used)") : QString());
+            notes = QStringLiteral("bytes=%1 records=%2%3")
+                        .arg(bytes)
+                        .arg(records)
+                        .arg(quick && fullUsed ? QStringLiteral(" (full reader used)") : QString());
         };
     } else {
         return usage();

@@ -37,7 +37,8 @@ const char *const contactSearches[] = {"kowalski", "church walk", "dunmore", "ra
 // The rows a list window shows at once.
 constexpr int rowsOnScreen = 40;
 
-struct ShownRows {
+struct ShownRows
+{
     int rows = 0;
     qsizetype characters = 0;  // in the cells on screen
 };
@@ -108,9 +109,9 @@ int main(int argc, char **argv)
     std::printf("contacts %d, outline rows %d, columns %lld\n", contacts.getCount(),
                 showContactRows(contacts, columns).rows, qlonglong(columns.size()));
     std::vector<double> contactKeystrokes;
-    std::vector<double> filterPasses;   // the same keystrokes: the filter pass alone
-    std::vector<double> rowRebuilds;    // and the rows and cells alone
-    std::vector<double> processorTimes; // the whole keystroke, this thread's processor time
+    std::vector<double> filterPasses;  // the same keystrokes: the filter pass alone
+    std::vector<double> rowRebuilds;  // and the rows and cells alone
+    std::vector<double> processorTimes;  // the whole keystroke, this thread's processor time
     int fewestRows = contacts.getCount();
     qsizetype charactersShown = 0;
     for (int round = 0; round < rounds; ++round) {
@@ -138,8 +139,7 @@ int main(int argc, char **argv)
                 median(contactKeystrokes), worst(contactKeystrokes));
     std::printf("  filter pass alone        %.2f ms median, %.2f ms worst\n", median(filterPasses),
                 worst(filterPasses));
-    std::printf("  rows and cells alone     %.2f ms median, %.2f ms worst\n", median(rowRebuilds),
-                worst(rowRebuilds));
+    std::printf("  rows and cells alone     %.2f ms median, %.2f ms worst\n", median(rowRebuilds), worst(rowRebuilds));
     std::printf("  processor time           %.2f ms median, %.2f ms worst\n", median(processorTimes),
                 worst(processorTimes));
     std::printf("  %zu keystrokes, fewest rows %d, %lld characters in the cells shown\n", contactKeystrokes.size(),

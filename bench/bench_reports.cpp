@@ -9,12 +9,12 @@
 // definitions. Prints the median time of each report and its row count.
 // Other reports of the reports folder may be named instead of the two.
 #include "BenchSupport.h"
-#include "store/PrefsController.h"
 #include "app/Quorvel.h"
 #include "orders/BOMManager.h"
 #include "orders/OrderManager.h"
 #include "platform/Log.h"
 #include "reports/ReportManager.h"
+#include "store/PrefsController.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -51,8 +51,8 @@ int main(int argc, char **argv)
         return 1;
     ReportManager *reports = quorvel.getReportManager();
     reports->populateFilter();
-    std::printf("database read in %.0f ms: %d orders, %d order lines\n", readMs,
-                quorvel.getOrderManager()->getCount(), quorvel.getBOMManager()->getCount());
+    std::printf("database read in %.0f ms: %d orders, %d order lines\n", readMs, quorvel.getOrderManager()->getCount(),
+                quorvel.getBOMManager()->getCount());
 
     QElapsedTimer timer;
     QStringList names;
@@ -70,9 +70,8 @@ int main(int argc, char **argv)
             cpuTimes.push_back(threadCpuMs() - cpuBefore);
         }
         std::printf("%-22s median_ms %7.1f  min_ms %7.1f  cpu_ms %7.1f  rows %d  table_rows %d  total %s\n",
-                    qPrintable(name), median(times), *std::min_element(times.begin(), times.end()),
-                    median(cpuTimes), reports->getCount(),
-                    reports->numberOfRowsInTableView(),
+                    qPrintable(name), median(times), *std::min_element(times.begin(), times.end()), median(cpuTimes),
+                    reports->getCount(), reports->numberOfRowsInTableView(),
                     qPrintable(reports->objectValueForTableColumn(reports->getTotalCol(),
                                                                   reports->numberOfRowsInTableView() - 1)));
     }

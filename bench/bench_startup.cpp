@@ -9,11 +9,11 @@
 // symbolic link to the real one, with its preferences in the temporary
 // folder too, and it is never quit (quitting saves).
 #include "BenchSupport.h"
-#include "store/PrefsController.h"
 #include "app/Quorvel.h"
 #include "app/widgets/ApplicationWindows.h"
 #include "app/widgets/MainWindow.h"
 #include "orders/OrderManager.h"
+#include "store/PrefsController.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -100,10 +100,8 @@ int main(int argc, char **argv)
     }
     std::printf("orders in the database      %d\n", orders);
     std::printf("start to a usable window    %.0f ms (median of %d)\n", median(startMs), runs);
-    std::printf("search keystroke + repaint  %.1f ms median, %.1f ms worst\n", median(keystrokeMs),
-                worst(keystrokeMs));
+    std::printf("search keystroke + repaint  %.1f ms median, %.1f ms worst\n", median(keystrokeMs), worst(keystrokeMs));
     std::printf("  of which the list filter  %.1f ms median\n", median(filterMs));
-    std::printf("scroll step + repaint       %.1f ms median, %.1f ms worst\n", median(scrollMs),
-                worst(scrollMs));
+    std::printf("scroll step + repaint       %.1f ms median, %.1f ms worst\n", median(scrollMs), worst(scrollMs));
     return 0;
 }

@@ -36,7 +36,8 @@ int main(int argc, char **argv)
     }
 
     QRandomGenerator random(20260115);
-    const char alphabet[] = "<>/&;#x!-[]?=\"' \t\r\n\x01\x80\xC3\xA9\xFF" "abdeikgnrstyACDT0123456789";
+    const char alphabet[] = "<>/&;#x!-[]?=\"' \t\r\n\x01\x80\xC3\xA9\xFF"
+                            "abdeikgnrstyACDT0123456789";
     const int letters = int(sizeof alphabet - 1);
     long readable = 0;
     for (long round = 0; round < rounds; ++round) {
@@ -69,8 +70,8 @@ int main(int argc, char **argv)
             QFile out(QStringLiteral("fuzz-disagreement.xml"));
             if (out.open(QIODevice::WriteOnly))
                 out.write(document);
-            std::fprintf(stderr, "round %ld: the readers disagree; the document is in fuzz-disagreement.xml\n%s\n", round,
-                         qPrintable(readings.description()));
+            std::fprintf(stderr, "round %ld: the readers disagree; the document is in fuzz-disagreement.xml\n%s\n",
+                         round, qPrintable(readings.description()));
             return 1;
         }
         readable += readings.quick.ok ? 1 : 0;

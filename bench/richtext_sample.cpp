@@ -113,26 +113,31 @@ int main(int argc, char **argv)
     run(QStringLiteral(", "), [](QTextCharFormat &) {});
     run(QStringLiteral("a yellow background"), [](QTextCharFormat &f) { f.setBackground(QColor(0xff, 0xee, 0x00)); });
     run(QStringLiteral(", "), [](QTextCharFormat &) {});
-    run(QStringLiteral("DejaVu Sans Mono"), [](QTextCharFormat &f) { f.setFontFamilies({QStringLiteral("DejaVu Sans Mono")}); });
+    run(QStringLiteral("DejaVu Sans Mono"),
+        [](QTextCharFormat &f) { f.setFontFamilies({QStringLiteral("DejaVu Sans Mono")}); });
     run(QStringLiteral(" and "), [](QTextCharFormat &) {});
     run(QStringLiteral("large 18 point"), [](QTextCharFormat &f) { f.setFontPointSize(18); });
     run(QStringLiteral(" text."), [](QTextCharFormat &) {});
 
     paragraph(cursor);
-    cursor.insertText(QString::fromUtf8("Accents and symbols: caf\xc3\xa9, na\xc3\xafve, \xe2\x82\xac 12.50, \xe2\x80\x9cquotes\xe2\x80\x9d; "
-                                        "Greek \xce\xa9\xce\xbc\xce\xad\xce\xb3\xce\xb1, Cyrillic \xd0\x9f\xd1\x80\xd0\xb8\xd0\xb2\xd0\xb5\xd1\x82; "
-                                        "braces {} and a backslash \\."),
-                      base());
+    cursor.insertText(
+        QString::fromUtf8(
+            "Accents and symbols: caf\xc3\xa9, na\xc3\xafve, \xe2\x82\xac 12.50, \xe2\x80\x9cquotes\xe2\x80\x9d; "
+            "Greek \xce\xa9\xce\xbc\xce\xad\xce\xb3\xce\xb1, Cyrillic "
+            "\xd0\x9f\xd1\x80\xd0\xb8\xd0\xb2\xd0\xb5\xd1\x82; "
+            "braces {} and a backslash \\."),
+        base());
 
     heading(cursor, QStringLiteral("Paragraph formats"), 16);
     QTextBlockFormat indented;
     indented.setLeftMargin(36);
     indented.setAlignment(Qt::AlignJustify);
     paragraph(cursor, indented);
-    cursor.insertText(QStringLiteral("This paragraph is indented by half an inch and justified, so that its lines fill the "
-                                     "width between the margins. It goes on long enough to wrap onto a second and a third "
-                                     "line, which shows the indent on every line of it."),
-                      base());
+    cursor.insertText(
+        QStringLiteral("This paragraph is indented by half an inch and justified, so that its lines fill the "
+                       "width between the margins. It goes on long enough to wrap onto a second and a third "
+                       "line, which shows the indent on every line of it."),
+        base());
     QTextBlockFormat right;
     right.setAlignment(Qt::AlignRight);
     paragraph(cursor, right);
@@ -160,9 +165,9 @@ int main(int argc, char **argv)
     tableFormat.setBorder(1);
     tableFormat.setCellPadding(4);
     QTextTable *table = cursor.insertTable(4, 3, tableFormat);
-    const QStringList cells = {QStringLiteral("Item"), QStringLiteral("Quantity"), QStringLiteral("Price"),
-                               QStringLiteral("Bolt M6"), QStringLiteral("12"), QStringLiteral("0.20"),
-                               QStringLiteral("Nut M6"), QStringLiteral("12"), QStringLiteral("0.10")};
+    const QStringList cells = {QStringLiteral("Item"),    QStringLiteral("Quantity"), QStringLiteral("Price"),
+                               QStringLiteral("Bolt M6"), QStringLiteral("12"),       QStringLiteral("0.20"),
+                               QStringLiteral("Nut M6"),  QStringLiteral("12"),       QStringLiteral("0.10")};
     QTextTableCellFormat shaded;
     shaded.setBackground(QColor(0xdd, 0xe4, 0xf0));
     for (int i = 0; i < cells.size(); ++i) {

@@ -5,9 +5,13 @@
 using namespace Qt::Literals::StringLiterals;
 
 Bill::Bill()
-    : number(u""_s), name(u""_s), datePaid(u""_s), amount(u""_s), details(u""_s), category(u""_s)
-{
-}
+    : number(u""_s),
+      name(u""_s),
+      datePaid(u""_s),
+      amount(u""_s),
+      details(u""_s),
+      category(u""_s)
+{ }
 
 bool Bill::isDate(const QString &columnName)
 {

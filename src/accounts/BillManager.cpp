@@ -2,8 +2,6 @@
 
 #include "accounts/Bill.h"
 #include "accounts/StatementManager.h"
-#include "store/PrefsController.h"
-#include "store/QuorvelServices.h"
 #include "platform/Clock.h"
 #include "platform/DateReading.h"
 #include "platform/Dates.h"
@@ -13,6 +11,8 @@
 #include "platform/Paths.h"
 #include "platform/PropertyList.h"
 #include "reports/ReportManager.h"
+#include "store/PrefsController.h"
+#include "store/QuorvelServices.h"
 
 #include <QDir>
 #include <QHash>
@@ -21,7 +21,6 @@ using namespace Qt::Literals::StringLiterals;
 using platform::localised;
 
 namespace {
-
 
 // A moment as the log has always shown it: "2008-03-08 00:00:00 +0000".
 QString description(const QDateTime &moment)
@@ -203,8 +202,9 @@ void BillManager::filter()
         else
             platform::log(u"calculating one year from "_s + from);
         if (start) {
-            to = week ? platform::addDays(*start, 7) : month ? platform::addMonths(*start, 1)
-                                                           : platform::addYears(*start, 1);
+            to = week   ? platform::addDays(*start, 7)
+                : month ? platform::addMonths(*start, 1)
+                        : platform::addYears(*start, 1);
             platform::log(u"dateTo is "_s + description(*to));
         }
     }
@@ -242,7 +242,8 @@ void BillManager::filter()
         auto known = paidMoments.constFind(paidText);
         if (known == paidMoments.cend()) {
             const std::optional<QDateTime> paid = platform::parseDate(paidText, format);
-            known = paidMoments.insert(paidText, paid ? std::optional<qint64>(paid->toMSecsSinceEpoch()) : std::nullopt);
+            known
+                = paidMoments.insert(paidText, paid ? std::optional<qint64>(paid->toMSecsSinceEpoch()) : std::nullopt);
         }
         if (!*known)
             return false;

@@ -4,9 +4,9 @@
 // both sides: the bills are filtered in place and totalled under the table;
 // money in is a report ("MoneyIn") over the orders, written into the
 // reports folder and run into its own table. The bill editor is here too.
-#include "store/ListManager.h"
 #include "platform/outlets/TextView.h"
 #include "platform/outlets/Window.h"
+#include "store/ListManager.h"
 
 #include <QDateTime>
 #include <QVariantMap>

@@ -12,7 +12,10 @@ class TableView;
 class StatementManager : public TableDataSource
 {
 public:
-    StatementManager(TableView *moneyIn, TableView *moneyOut) : inTable(moneyIn), outTable(moneyOut) {}
+    StatementManager(TableView *moneyIn, TableView *moneyOut)
+        : inTable(moneyIn),
+          outTable(moneyOut)
+    { }
 
     // Always 4: money in, money out, the rule, the difference.
     int numberOfRowsInTableView() const override;

@@ -1,8 +1,6 @@
 #include "app/Quorvel.h"
 
 #include "accounts/BillManager.h"
-#include "store/Picker.h"
-#include "store/PrefsController.h"
 #include "app/kdDateFormatter.h"
 #include "checkout/CheckoutManager.h"
 #include "contacts/CompanyContactEditor.h"
@@ -13,8 +11,8 @@
 #include "items/ItemManager.h"
 #include "items/SupplierDataSource.h"
 #include "orders/BOMManager.h"
-#include "orders/OrderAttachments.h"
 #include "orders/Order.h"
+#include "orders/OrderAttachments.h"
 #include "orders/OrderManager.h"
 #include "platform/Alerts.h"
 #include "platform/FilePanels.h"
@@ -24,6 +22,8 @@
 #include "platform/PropertyList.h"
 #include "platform/Workspace.h"
 #include "reports/ReportManager.h"
+#include "store/Picker.h"
+#include "store/PrefsController.h"
 #include "store/TableExport.h"
 #include "tasks/ActionManager.h"
 
@@ -114,25 +114,36 @@ Quorvel::Quorvel(QObject *parent)
 
     // Every list hands its deletions to one history, for Undo Delete.
     deletionHistory = new DeletionHistory(this);
-    for (ListManager *list : std::initializer_list<ListManager *>{contactManager.get(), orderManager.get(),
-                                                                  itemManager.get(), bomManager.get(),
-                                                                  actionManager.get(), billManager.get()})
-        list->onDeletion = [this](DeletionHistory::Deletion deletion) { deletionHistory->remember(std::move(deletion)); };
+    for (ListManager *list :
+         std::initializer_list<ListManager *>{contactManager.get(), orderManager.get(), itemManager.get(),
+                                              bomManager.get(), actionManager.get(), billManager.get()})
+        list->onDeletion
+            = [this](DeletionHistory::Deletion deletion) { deletionHistory->remember(std::move(deletion)); };
 
-    database = std::make_unique<DatabaseBundle>(*contactManager, *orderManager, *itemManager, *bomManager,
-                                                *billManager, *actionManager);
+    database = std::make_unique<DatabaseBundle>(*contactManager, *orderManager, *itemManager, *bomManager, *billManager,
+                                                *actionManager);
     database->setAfterReading([this](DatabaseBundle::File file) {
         switch (file) {
-        case DatabaseBundle::Contacts: contactManager->filter(); break;
+        case DatabaseBundle::Contacts:
+            contactManager->filter();
+            break;
         case DatabaseBundle::Orders:
             orderManager->filter();
             if (startRepeatChecker)
                 orderManager->kickOffCheckForOverdueRepeats();
             break;
-        case DatabaseBundle::Items: itemManager->filter(); break;
-        case DatabaseBundle::Materials: bomManager->filter(); break;
-        case DatabaseBundle::Bills: billManager->filter(); break;
-        case DatabaseBundle::Actions: actionManager->filter(); break;
+        case DatabaseBundle::Items:
+            itemManager->filter();
+            break;
+        case DatabaseBundle::Materials:
+            bomManager->filter();
+            break;
+        case DatabaseBundle::Bills:
+            billManager->filter();
+            break;
+        case DatabaseBundle::Actions:
+            actionManager->filter();
+            break;
         }
     });
 }
@@ -152,9 +163,10 @@ void Quorvel::awakeFromNib()
     } else if (QFileInfo::exists(platform::paths::legacyDatabaseFile())) {
         // The import of a first-generation database is not built yet: the
         // offer is made, and the program starts empty either way.
-        platform::runAlert(localised("Import Quorvel Database"),
-                           localised("An earlier version of Quorvel (v1.x) has been found. Do you want to import the data?"),
-                           localised("OK"), localised("Cancel"));
+        platform::runAlert(
+            localised("Import Quorvel Database"),
+            localised("An earlier version of Quorvel (v1.x) has been found. Do you want to import the data?"),
+            localised("OK"), localised("Cancel"));
     }
     // The alarm watch runs whatever was read: tasks made on a first start
     // ring too.
@@ -315,7 +327,8 @@ void Quorvel::bringOrdersToFront()
 
 namespace {
 
-struct ExportSource {
+struct ExportSource
+{
     const TableView *table = nullptr;
     const TableDataSource *dataSource = nullptr;
 };
@@ -341,8 +354,8 @@ bool writeExport(const QString &path, const QByteArray &bytes)
 bool Quorvel::exportCSVMenuItem()
 {
     const ExportSource source = exportSource(determineFrontView());
-    const QString text = source.dataSource && source.table ? source.dataSource->getDataAsCSVusingTableView(*source.table)
-                                                           : QString();
+    const QString text
+        = source.dataSource && source.table ? source.dataSource->getDataAsCSVusingTableView(*source.table) : QString();
     const std::optional<QString> path = platform::runSavePanel(QStringLiteral("csv"), localised("Export as CSV..."));
     if (!path)
         return false;
@@ -356,9 +369,8 @@ bool Quorvel::exportCSVMenuItem()
 bool Quorvel::exportHTMLMenuItem()
 {
     const ExportSource source = exportSource(determineFrontView());
-    const QString fragment = source.dataSource && source.table
-                                 ? source.dataSource->getDataAsHTMLusingTableView(*source.table)
-                                 : QString();
+    const QString fragment
+        = source.dataSource && source.table ? source.dataSource->getDataAsHTMLusingTableView(*source.table) : QString();
     const QString page = wrapHtmlExport(fragment);
     const std::optional<QString> path = platform::runSavePanel(QStringLiteral("html"), localised("Export as HTML..."));
     if (!path)
@@ -380,8 +392,8 @@ void Quorvel::help()
 {
     // The help pages travel with the program; the browser is given a copy
     // of them in the cache folder.
-    const QString folder = QStandardPaths::writableLocation(QStandardPaths::CacheLocation)
-                           + QStringLiteral("/Quorvel/help");
+    const QString folder
+        = QStandardPaths::writableLocation(QStandardPaths::CacheLocation) + QStringLiteral("/Quorvel/help");
     QDir().mkpath(folder);
     const QString page = folder + QStringLiteral("/index.html");
     QFile source(QStringLiteral(":/core/help/index.html"));
@@ -425,7 +437,8 @@ QStringList Quorvel::toolbarDefaultItemIdentifiers(const QString &toolbar) const
 
 ToolbarItem Quorvel::toolbarItemForItemIdentifier(const QString &identifier) const
 {
-    struct Entry {
+    struct Entry
+    {
         QString identifier;
         const char *image;
         const char *missing;  // the line printed when the image is missing

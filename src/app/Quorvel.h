@@ -57,7 +57,7 @@ public:
     // Stores the preferences and the notepad, then writes all six files.
     // Answers true: the program may end now.
     bool applicationShouldTerminate();
-    void applicationWillTerminate() {}
+    void applicationWillTerminate() { }
     // Documents given to the program are accepted and ignored.
     bool applicationOpenFile(const QString &path);
 
@@ -66,7 +66,7 @@ public:
     // controller itself sends it, nothing for any other sender.
     bool writeDatabase(const QObject *sender) override;
     // Accepted and ignored: a deletion reaches the disk with the next write.
-    void setChangeFlag() override {}
+    void setChangeFlag() override { }
     DatabaseBundle &getDatabase() override { return *database; }
     // Whether reading the database starts the two worker threads: the order
     // manager's repeat checker and the task manager's alarm watch (on unless
@@ -96,7 +96,7 @@ public:
     QStringList toolbarAllowedItemIdentifiers(const QString &toolbar) const;
     QStringList toolbarDefaultItemIdentifiers(const QString &toolbar) const;
     ToolbarItem toolbarItemForItemIdentifier(const QString &identifier) const;
-    void customiseToolbar() {}
+    void customiseToolbar() { }
     // Whether the program has an image of that name (the toolbar's images);
     // tests may replace it.
     std::function<bool(const QString &name)> imageExists;

@@ -5,9 +5,10 @@
 #include <QString>
 #include <functional>
 
-struct ToolbarItem {
+struct ToolbarItem
+{
     QString identifier;
-    QString image;   // resource name of the image ("contact" ...); "" when none
+    QString image;  // resource name of the image ("contact" ...); "" when none
     QString label;
     std::function<void()> action;  // empty when the item is inert
 };

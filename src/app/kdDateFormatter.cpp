@@ -21,6 +21,5 @@ QString kdDateFormatter::validate(const QDateTime &date) const
     if (!date.isValid())
         return QStringLiteral("");
     const QDate day = date.date();
-    return padded(day.month(), 2) + QLatin1Char('/') + padded(day.day(), 2) + QLatin1Char('/')
-        + padded(day.year(), 2);
+    return padded(day.month(), 2) + QLatin1Char('/') + padded(day.day(), 2) + QLatin1Char('/') + padded(day.year(), 2);
 }

@@ -8,13 +8,15 @@ class Quorvel;
 class kdDateFormatter
 {
 public:
-    explicit kdDateFormatter(Quorvel *sender) : quorvel(sender) {}
+    explicit kdDateFormatter(Quorvel *sender)
+        : quorvel(sender)
+    { }
 
     QString validate(const QDateTime &date) const;
     Quorvel *getQuorvel() const { return quorvel; }
 
 private:
-    int inputFormat = 0;   // kept, never set or read
+    int inputFormat = 0;  // kept, never set or read
     int outputFormat = 0;  // kept, never set or read
     Quorvel *quorvel;
 };

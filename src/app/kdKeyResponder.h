@@ -8,8 +8,8 @@ class kdKeyResponder
 {
 public:
     // The key characters the platform gives the delete keys.
-    static constexpr unsigned DeleteCharacter = 127;          // delete (backspace)
-    static constexpr unsigned DeleteFunctionKey = 63272;      // forward delete
+    static constexpr unsigned DeleteCharacter = 127;  // delete (backspace)
+    static constexpr unsigned DeleteFunctionKey = 63272;  // forward delete
     static constexpr unsigned DeleteCharFunctionKey = 63294;  // delete character
 
     void setOwner(kdDataSource *newOwner) { owner = newOwner; }
@@ -17,7 +17,7 @@ public:
     // `character` is the first character of the key without modifiers.
     // Answers whether the owner was sent deleteKey().
     bool keyDown(unsigned character);
-    void deleteKey() {}
+    void deleteKey() { }
 
 private:
     kdDataSource *owner = nullptr;

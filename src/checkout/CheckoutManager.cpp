@@ -1,9 +1,11 @@
 #include "checkout/CheckoutManager.h"
 
-#include "store/QuorvelServices.h"
 #include "orders/Order.h"
+#include "store/QuorvelServices.h"
 
-CheckoutManager::CheckoutManager(QuorvelServices *controller, QObject *parent) : OrderManager(controller, parent) {}
+CheckoutManager::CheckoutManager(QuorvelServices *controller, QObject *parent)
+    : OrderManager(controller, parent)
+{ }
 
 void CheckoutManager::edit(Order *order)
 {

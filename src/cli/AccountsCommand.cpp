@@ -2,7 +2,6 @@
 
 #include "accounts/Bill.h"
 #include "accounts/BillManager.h"
-#include "store/PrefsController.h"
 #include "app/Quorvel.h"
 #include "cli/CliOptions.h"
 #include "cli/CliOutput.h"
@@ -14,6 +13,7 @@
 #include "platform/StringTable.h"
 #include "reports/ReportManager.h"
 #include "store/DatabaseBundle.h"
+#include "store/PrefsController.h"
 #include "store/TableView.h"
 
 #include <QFileInfo>
@@ -30,8 +30,8 @@ namespace cli {
 namespace {
 
 // The items of the period pop-up in their order, before translation.
-constexpr const char *periodTitles[] = {"All", "1 Week", "1 Month", "1 Year", "Current calendar month",
-                                        "Last calendar month"};
+constexpr const char *periodTitles[]
+    = {"All", "1 Week", "1 Month", "1 Year", "Current calendar month", "Last calendar month"};
 constexpr int periodCount = int(std::size(periodTitles));
 
 // The periods measured from the start date.
@@ -94,8 +94,9 @@ bool isBillColumn(const QString &identifier)
 int accountsCommand(const QStringList &arguments, QIODevice &out, QIODevice &err)
 {
     QString why;
-    const auto parsed = parseOptions(arguments, {u"period"_s, u"from"_s, u"search"_s, u"now"_s, u"table"_s,
-                                                 u"columns"_s, u"format"_s, u"output"_s}, why);
+    const auto parsed = parseOptions(
+        arguments, {u"period"_s, u"from"_s, u"search"_s, u"now"_s, u"table"_s, u"columns"_s, u"format"_s, u"output"_s},
+        why);
     if (!parsed)
         return usageError(err, why);
     if (!parsed->positional.isEmpty())
@@ -127,12 +128,14 @@ int accountsCommand(const QStringList &arguments, QIODevice &out, QIODevice &err
     const QString &dateFormat = platform::userDateFormat(dayFirst);
     const QString from = options->value(u"from"_s);
     if (!from.isEmpty() && !platform::parseDate(from, dateFormat))
-        return usageError(err, u"--from needs a date written %1, the date order of the preferences"_s
-                                   .arg(dayFirst ? u"dd/mm/yy"_s : u"mm/dd/yy"_s));
+        return usageError(err,
+                          u"--from needs a date written %1, the date order of the preferences"_s.arg(
+                              dayFirst ? u"dd/mm/yy"_s : u"mm/dd/yy"_s));
     // The accounts tab shows nothing while a period measured from the start
     // date has none; an empty table would say otherwise.
     if (isRelative(period) && from.isEmpty())
-        return usageError(err, u"the period \"%1\" needs --from DATE, its first day"_s.arg(QLatin1String(periodTitles[period])));
+        return usageError(
+            err, u"the period \"%1\" needs --from DATE, its first day"_s.arg(QLatin1String(periodTitles[period])));
 
     if (!QFileInfo(platform::paths::bundleDir()).isDir()) {
         say(err, u"quorvel-cli: no database at %1"_s.arg(platform::paths::bundleDir()));
@@ -155,8 +158,9 @@ int accountsCommand(const QStringList &arguments, QIODevice &out, QIODevice &err
 
     const DatabaseBundle::ReadResult read = quorvel.getDatabase().readDatabase();
     for (const DatabaseBundle::Failure &failure : read.failures)
-        say(err, u"quorvel-cli: %1 could not be read; the accounts are made without its records"_s.arg(
-                     DatabaseBundle::fileName(failure.file)));
+        say(err,
+            u"quorvel-cli: %1 could not be read; the accounts are made without its records"_s.arg(
+                DatabaseBundle::fileName(failure.file)));
 
     PrefsController &prefs = *quorvel.getPrefsController();
     prefs.setUKFormat(dayFirst);
@@ -180,8 +184,9 @@ int accountsCommand(const QStringList &arguments, QIODevice &out, QIODevice &err
         const TableView &view = table == "moneyin"_L1 ? *bills.getInTableView() : *bills.getSttTableView();
         // Money in exists once its definition could be written and run.
         if (!bills.getReportManager() || !view.dataSource()) {
-            say(err, u"quorvel-cli: money in could not be made: MoneyIn.xml could not be written in %1"_s.arg(
-                         platform::paths::reportsDir()));
+            say(err,
+                u"quorvel-cli: money in could not be made: MoneyIn.xml could not be written in %1"_s.arg(
+                    platform::paths::reportsDir()));
             return Failure;
         }
         bytes = exportBytes(*view.dataSource(), view, csv);

@@ -7,7 +7,9 @@
 
 namespace cli {
 
-CliDatabase::CliDatabase() : bundle(contacts, orders, items, materials, bills, actions) {}
+CliDatabase::CliDatabase()
+    : bundle(contacts, orders, items, materials, bills, actions)
+{ }
 
 bool CliDatabase::exists() const
 {

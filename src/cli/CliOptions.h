@@ -15,7 +15,8 @@ class TableDataSource;
 
 namespace cli {
 
-struct Options {
+struct Options
+{
     QStringList positional;
     QMap<QString, QString> values;
 };

@@ -7,7 +7,7 @@ namespace cli {
 
 enum ExitCode {
     Success = 0,
-    Failure = 1,        // no database folder, or an output that cannot be written
+    Failure = 1,  // no database folder, or an output that cannot be written
     UsageError = 2,
     UnreadableFile = 3  // a database file could not be read; the command still did its work
 };

@@ -1,11 +1,10 @@
 #include "cli/CommandLine.h"
 
-#include "store/PrefsController.h"
 #include "app/Quorvel.h"
 #include "cli/AccountsCommand.h"
-#include "cli/CliOutput.h"
 #include "cli/CliDatabase.h"
 #include "cli/CliOptions.h"
+#include "cli/CliOutput.h"
 #include "cli/ReportCommands.h"
 #include "contacts/ContactManager.h"
 #include "orders/Order.h"
@@ -17,6 +16,7 @@
 #include "platform/PropertyList.h"
 #include "platform/StringTable.h"
 #include "store/ListColumns.h"
+#include "store/PrefsController.h"
 #include "store/TableView.h"
 #include "store/kdDataSource.h"
 
@@ -33,7 +33,9 @@ namespace {
 class AllRecords : public kdDataSource
 {
 public:
-    explicit AllRecords(const kdDataSource &source) : from(source) {}
+    explicit AllRecords(const kdDataSource &source)
+        : from(source)
+    { }
     int numberOfRowsInTableView() const override { return from.getCount(); }
     QString objectValueForTableColumn(const QString &columnId, int row) const override
     {
@@ -48,8 +50,8 @@ private:
 int exportCommand(const QStringList &arguments, QIODevice &out, QIODevice &err)
 {
     QString why;
-    const auto options = parseOptions(arguments, {QStringLiteral("format"), QStringLiteral("columns"),
-                                                  QStringLiteral("output")}, why);
+    const auto options
+        = parseOptions(arguments, {QStringLiteral("format"), QStringLiteral("columns"), QStringLiteral("output")}, why);
     if (!options)
         return usageError(err, why);
     if (options->positional.size() != 1)
@@ -109,7 +111,11 @@ int statsCommand(const QStringList &arguments, QIODevice &out, QIODevice &err)
     QByteArray text;
     for (const QString &kind : ListColumns::kinds()) {
         const kdDataSource *collection = database.collection(kind);
-        text += QStringLiteral("%1\t%2\t%3\n").arg(kind).arg(collection->getCount()).arg(collection->getHighestId()).toUtf8();
+        text += QStringLiteral("%1\t%2\t%3\n")
+                    .arg(kind)
+                    .arg(collection->getCount())
+                    .arg(collection->getHighestId())
+                    .toUtf8();
     }
     if (!writeOutput(text, QString(), out, err))
         return Failure;
@@ -191,10 +197,12 @@ int repeatCommand(const QStringList &arguments, QIODevice &out, QIODevice &err)
     readRepeatPreferences(*quorvel.getPrefsController());
     DatabaseBundle &bundle = quorvel.getDatabase();
     const bool allRead = bundle.readDatabase().ok();
-    for (DatabaseBundle::File file : {DatabaseBundle::Contacts, DatabaseBundle::Orders, DatabaseBundle::Items,
-                                      DatabaseBundle::Materials}) {
+    for (DatabaseBundle::File file :
+         {DatabaseBundle::Contacts, DatabaseBundle::Orders, DatabaseBundle::Items, DatabaseBundle::Materials}) {
         if (bundle.isUnreadable(file)) {
-            say(err, QStringLiteral("quorvel-cli: no pass made, as %1 could not be read").arg(DatabaseBundle::fileName(file)));
+            say(err,
+                QStringLiteral("quorvel-cli: no pass made, as %1 could not be read")
+                    .arg(DatabaseBundle::fileName(file)));
             return UnreadableFile;
         }
     }
@@ -208,13 +216,13 @@ int repeatCommand(const QStringList &arguments, QIODevice &out, QIODevice &err)
         }
         return 1;
     });
-    const platform::LogHandler previousLog = platform::setLogHandler(
-        [&err](platform::LogChannel channel, const QString &text) {
-            if (channel == platform::LogChannel::Log)
-                say(err, QStringLiteral("quorvel: ") + text);
-            else
-                err.write(text.toUtf8());
-        });
+    const platform::LogHandler previousLog
+        = platform::setLogHandler([&err](platform::LogChannel channel, const QString &text) {
+              if (channel == platform::LogChannel::Log)
+                  say(err, QStringLiteral("quorvel: ") + text);
+              else
+                  err.write(text.toUtf8());
+          });
     // The pass writes the orders and the lines itself when it copied anything.
     const QList<QPair<Order *, Order *>> copies = quorvel.getOrderManager()->checkForOverdueRepeats(now);
     platform::setLogHandler(previousLog);

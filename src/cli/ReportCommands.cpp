@@ -1,6 +1,5 @@
 #include "cli/ReportCommands.h"
 
-#include "store/PrefsController.h"
 #include "app/Quorvel.h"
 #include "cli/CliOptions.h"
 #include "cli/CliOutput.h"
@@ -13,6 +12,7 @@
 #include "platform/StringTable.h"
 #include "platform/outlets/TextField.h"
 #include "reports/ReportManager.h"
+#include "store/PrefsController.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -28,7 +28,8 @@ namespace {
 QString preferredDateFormat()
 {
     const QSettings settings(PrefsController::settingsName(), PrefsController::settingsName());
-    return platform::userDateFormat(settings.value(QStringLiteral("QuorvelDateFormat")).toString() != QLatin1String("1"));
+    return platform::userDateFormat(settings.value(QStringLiteral("QuorvelDateFormat")).toString()
+                                    != QLatin1String("1"));
 }
 
 }  // namespace
@@ -36,8 +37,8 @@ QString preferredDateFormat()
 int reportCommand(const QStringList &arguments, QIODevice &out, QIODevice &err)
 {
     QString why;
-    const auto parsed = parseOptions(arguments, {QStringLiteral("format"), QStringLiteral("output"),
-                                                 QStringLiteral("contact")}, why);
+    const auto parsed
+        = parseOptions(arguments, {QStringLiteral("format"), QStringLiteral("output"), QStringLiteral("contact")}, why);
     if (!parsed)
         return usageError(err, why);
     if (parsed->positional.size() != 1 || parsed->positional.first().isEmpty())

@@ -1,8 +1,8 @@
 #include "contacts/CompanyContactEditor.h"
 
-#include "store/QuorvelServices.h"
 #include "contacts/Contact.h"
 #include "contacts/ContactManager.h"
+#include "store/QuorvelServices.h"
 
 using namespace Qt::Literals::StringLiterals;
 

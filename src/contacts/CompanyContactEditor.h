@@ -24,12 +24,16 @@ public:
     CompanyContactEditor(QuorvelServices *controller, ContactManager *contacts, QObject *parent = nullptr);
 
     // setItem, then show.
-    void edit(Contact *contact) { setItem(contact); show(); }
+    void edit(Contact *contact)
+    {
+        setItem(contact);
+        show();
+    }
     // Fills the company menu, the company's fields, then the person's own
     // fields, and runs the two report tables.
     void setItem(Contact *contact);
     // Does nothing: people are made in the contact editor and linked here.
-    void create() {}
+    void create() { }
     void finish();
     // Hides the window; nothing is stored.
     void cancel() { hide(); }

@@ -1,11 +1,13 @@
 #include "contacts/CompanyEditor.h"
 
-#include "store/QuorvelServices.h"
 #include "contacts/Contact.h"
 #include "contacts/ContactManager.h"
+#include "store/QuorvelServices.h"
 
 CompanyEditor::CompanyEditor(QuorvelServices *controller, QObject *parent)
-    : QObject(parent), ContactFields(this), quorvel(controller)
+    : QObject(parent),
+      ContactFields(this),
+      quorvel(controller)
 {
     // The people's table is the contact manager's: it supplies the rows and
     // opens a double-clicked person.

@@ -24,13 +24,17 @@ public:
     // A new company, added to the contacts at once, in the editor.
     void create();
     // setItem, then show.
-    void edit(Contact *contact) { setItem(contact); show(); }
+    void edit(Contact *contact)
+    {
+        setItem(contact);
+        show();
+    }
     // Fills the fields and reloads the table of the company's people.
     void setItem(Contact *contact);
     void finish();
     // Hides the window; nothing is stored (a new company stays, empty).
     void cancel() { hide(); }
-    void doubleClick() {}
+    void doubleClick() { }
     // Always sets the flag, whatever the argument.
     void setCreating(bool) { creating = true; }
     bool isCreating() const { return creating; }

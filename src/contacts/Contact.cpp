@@ -5,12 +5,24 @@
 using namespace Qt::Literals::StringLiterals;
 
 Contact::Contact()
-    : add1(u""_s), add2(u""_s), add3(u""_s), comments(u""_s), companyName(u""_s), email(u""_s),
-      extension(u""_s), fax(u""_s), jobTitle(u""_s), kind(u"Individual"_s), mobile(u""_s),
-      name(u""_s), phone(u""_s), postcode(u""_s), title(u""_s), type(u"Customer"_s),
+    : add1(u""_s),
+      add2(u""_s),
+      add3(u""_s),
+      comments(u""_s),
+      companyName(u""_s),
+      email(u""_s),
+      extension(u""_s),
+      fax(u""_s),
+      jobTitle(u""_s),
+      kind(u"Individual"_s),
+      mobile(u""_s),
+      name(u""_s),
+      phone(u""_s),
+      postcode(u""_s),
+      title(u""_s),
+      type(u"Customer"_s),
       website(u""_s)
-{
-}
+{ }
 
 QString Contact::getAddress() const
 {
@@ -128,9 +140,8 @@ void Contact::setFieldByName(const QString &fieldName, const QString &value)
 bool Contact::contains(const QString &text) const
 {
     // The postcode, the company name and the company link are not searched.
-    for (const QString *field : {&add1, &add2, &add3, &comments, &email, &extension, &fax,
-                                 &jobTitle, &kind, &mobile, &name, &phone, &title, &type,
-                                 &website}) {
+    for (const QString *field : {&add1, &add2, &add3, &comments, &email, &extension, &fax, &jobTitle, &kind, &mobile,
+                                 &name, &phone, &title, &type, &website}) {
         if (platform::containsText(*field, text))
             return true;
     }

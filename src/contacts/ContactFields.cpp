@@ -20,8 +20,7 @@ ContactFields::ContactFields(QObject *owner)
       title(new PopUp(owner)),
       website(new TextField(owner)),
       comments(new TextView(owner))
-{
-}
+{ }
 
 void ContactFields::show()
 {
@@ -40,7 +39,7 @@ QString ContactFields::postalBlock(const Contact *contact)
         if (!contact->getTitle().isEmpty())
             text += contact->getTitle() + u" "_s;
         text += contact->getName() + u"\r"_s + contact->getAdd1() + u"\r"_s + contact->getAdd2() + u"\r"_s
-              + contact->getAdd3() + u"\r"_s + contact->getPostcode() + u"\r"_s;
+            + contact->getAdd3() + u"\r"_s + contact->getPostcode() + u"\r"_s;
     }
     return text;
 }

@@ -1,7 +1,5 @@
 #include "contacts/ContactManager.h"
 
-#include "store/PrefsController.h"
-#include "store/QuorvelServices.h"
 #include "contacts/CompanyContactEditor.h"
 #include "contacts/CompanyEditor.h"
 #include "contacts/Contact.h"
@@ -9,6 +7,8 @@
 #include "platform/Localised.h"
 #include "platform/Numbers.h"
 #include "platform/Workspace.h"
+#include "store/PrefsController.h"
+#include "store/QuorvelServices.h"
 
 #include <QHash>
 
@@ -38,8 +38,7 @@ bool isSupplier(const Contact *contact)
 using Records = std::vector<std::shared_ptr<dataObject>>;
 
 // How many of the records pass the test.
-template <typename Test>
-int countWhere(const Records &records, Test test)
+template <typename Test> int countWhere(const Records &records, Test test)
 {
     int count = 0;
     for (const auto &record : records)
@@ -49,8 +48,7 @@ int countWhere(const Records &records, Test test)
 
 // The n-th (from 0) of the records that pass the test, none when there are
 // fewer.
-template <typename Test>
-Contact *nthWhere(const Records &records, int n, Test test)
+template <typename Test> Contact *nthWhere(const Records &records, int n, Test test)
 {
     if (records.empty() || n + 1 > int(records.size()))
         return nullptr;
@@ -84,7 +82,9 @@ const QString contactWindowsFrame = u"ContactWindows"_s;
 class ContactManager::CompanyContactsSource : public kdDataSource
 {
 public:
-    explicit CompanyContactsSource(const ContactManager &owner) : contacts(owner) {}
+    explicit CompanyContactsSource(const ContactManager &owner)
+        : contacts(owner)
+    { }
 
     int numberOfRowsInTableView() const override
     {
@@ -455,8 +455,7 @@ namespace {
 
 // The contact is stored as it now is (a new one is added to the list), and
 // opens in the other editor, which takes this window's place on screen.
-template <class Editor, class Change>
-void handOver(ContactManager &contacts, Editor *editor, Change change)
+template <class Editor, class Change> void handOver(ContactManager &contacts, Editor *editor, Change change)
 {
     Contact *contact = contacts.getCurrentItem();
     if (!contact || !editor)

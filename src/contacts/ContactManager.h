@@ -8,8 +8,8 @@
 // their own editors (the controller's CompanyEditor and
 // CompanyContactEditor); this manager hands records to them. The
 // individuals' editor is this manager's own ContactFields.
-#include "store/ListManager.h"
 #include "contacts/ContactFields.h"
+#include "store/ListManager.h"
 
 #include <QSet>
 #include <memory>
@@ -120,7 +120,7 @@ private:
 
     bool creating = false;
     int creatingForOrder = 0;
-    QSet<int> collapsed;   // ids of companies whose people are hidden
+    QSet<int> collapsed;  // ids of companies whose people are hidden
     // The outline's rows, valid while rowsValid is set and the collection
     // has not changed since (its generation); the collection holds them.
     mutable std::vector<Contact *> rows;

@@ -11,11 +11,19 @@
 using namespace Qt::Literals::StringLiterals;
 
 Item::Item()
-    : bought(u""_s), code(u""_s), condition(u""_s), description(u""_s), item(u""_s), price(u""_s),
-      qty(u""_s), optimumQty(u""_s), shipping(u""_s), status(u""_s), supplier(u""_s),
+    : bought(u""_s),
+      code(u""_s),
+      condition(u""_s),
+      description(u""_s),
+      item(u""_s),
+      price(u""_s),
+      qty(u""_s),
+      optimumQty(u""_s),
+      shipping(u""_s),
+      status(u""_s),
+      supplier(u""_s),
       warnlevel(u""_s)
-{
-}
+{ }
 
 QByteArray Item::getImage() const
 {

@@ -1,13 +1,13 @@
 #include "items/ItemManager.h"
 
-#include "store/Picker.h"
-#include "store/PrefsController.h"
-#include "store/QuorvelServices.h"
 #include "contacts/Contact.h"
 #include "items/Item.h"
 #include "items/SupplierDataSource.h"
 #include "platform/Localised.h"
 #include "platform/Numbers.h"
+#include "store/Picker.h"
+#include "store/PrefsController.h"
+#include "store/QuorvelServices.h"
 
 using namespace Qt::Literals::StringLiterals;
 using platform::localised;
@@ -191,8 +191,7 @@ void ItemManager::pickSupplier()
     if (!quorvel || !quorvel->getPicker())
         return;
     quorvel->getPicker()->beginfor([this](dataObject *chosen) { setSupplier(chosen); },
-                                   quorvel->getSupplierDataSource(), u"name"_s, u"address"_s,
-                                   localised("Supplier"));
+                                   quorvel->getSupplierDataSource(), u"name"_s, u"address"_s, localised("Supplier"));
 }
 
 void ItemManager::setSupplier(dataObject *record)

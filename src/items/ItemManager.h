@@ -4,10 +4,10 @@
 // the editor for a new item, a new item like the one on screen, or an
 // existing one, with the supplier chosen from the contacts and a picture
 // set by dropping or choosing a file.
-#include "store/ListManager.h"
 #include "platform/outlets/CheckBox.h"
 #include "platform/outlets/TextView.h"
 #include "platform/outlets/Window.h"
+#include "store/ListManager.h"
 
 #include <QByteArray>
 #include <memory>
@@ -23,7 +23,9 @@ public:
     class ImageView : public Outlet
     {
     public:
-        explicit ImageView(QObject *parent = nullptr) : Outlet(parent) {}
+        explicit ImageView(QObject *parent = nullptr)
+            : Outlet(parent)
+        { }
         const QByteArray &image() const { return picture; }
         void setImage(const QByteArray &tiff);
         // From the widget: the user dropped or chose a picture.

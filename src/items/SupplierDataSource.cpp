@@ -1,9 +1,9 @@
 #include "items/SupplierDataSource.h"
 
-#include "store/QuorvelServices.h"
 #include "contacts/Contact.h"
 #include "contacts/ContactManager.h"
 #include "platform/Log.h"
+#include "store/QuorvelServices.h"
 
 using namespace Qt::Literals::StringLiterals;
 

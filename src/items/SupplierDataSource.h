@@ -13,7 +13,9 @@ class QuorvelServices;
 class SupplierDataSource : public kdDataSource
 {
 public:
-    explicit SupplierDataSource(QuorvelServices *controller) : quorvel(controller) {}
+    explicit SupplierDataSource(QuorvelServices *controller)
+        : quorvel(controller)
+    { }
 
     // Counting looks at the contacts afresh.
     int getCount() const override;

@@ -1,6 +1,5 @@
 #include "orders/BOMManager.h"
 
-#include "store/QuorvelServices.h"
 #include "items/Item.h"
 #include "items/ItemManager.h"
 #include "orders/Material.h"
@@ -8,10 +7,11 @@
 #include "platform/Localised.h"
 #include "platform/Log.h"
 #include "platform/Numbers.h"
+#include "store/QuorvelServices.h"
 #include "tasks/Action.h"
 
-#include <cxxabi.h>
 #include <cstdlib>
+#include <cxxabi.h>
 #include <memory>
 #include <typeinfo>
 
@@ -34,9 +34,9 @@ QString selfDescription(const Material &line)
     const char *mangled = typeid(line).name();
     int status = 0;
     const std::unique_ptr<char, void (*)(void *)> demangled(abi::__cxa_demangle(mangled, nullptr, nullptr, &status),
-                                                           std::free);
-    const QString className = status == 0 && demangled ? QString::fromLatin1(demangled.get())
-                                                       : QString::fromLatin1(mangled);
+                                                            std::free);
+    const QString className
+        = status == 0 && demangled ? QString::fromLatin1(demangled.get()) : QString::fromLatin1(mangled);
     return u"<%1: 0x%2>"_s.arg(className, QString::number(quintptr(&line), 16));
 }
 

@@ -81,7 +81,8 @@ protected:
 private:
     // The current order's lines by rank, with their positions in the
     // collection.
-    struct RankedLine {
+    struct RankedLine
+    {
         Material *line;
         size_t position;
     };

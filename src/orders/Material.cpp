@@ -5,15 +5,24 @@
 using namespace Qt::Literals::StringLiterals;
 
 Material::Material()
-    : item(u"New Item"_s), qty(u"1"_s), cost(u"0"_s), unit(u""_s), total(u"0"_s), code(u""_s)
-{
-}
+    : item(u"New Item"_s),
+      qty(u"1"_s),
+      cost(u"0"_s),
+      unit(u""_s),
+      total(u"0"_s),
+      code(u""_s)
+{ }
 
 Material::Material(LineOfOrder, int orderId, int productId, const QString &itemName)
-    : item(itemName), qty(u"1"_s), cost(u""_s), unit(u""_s), total(u""_s), code(u""_s),
-      order(orderId), product(productId)
-{
-}
+    : item(itemName),
+      qty(u"1"_s),
+      cost(u""_s),
+      unit(u""_s),
+      total(u""_s),
+      code(u""_s),
+      order(orderId),
+      product(productId)
+{ }
 
 std::shared_ptr<Material> Material::withOrder(int order)
 {

@@ -49,7 +49,8 @@ public:
 
 private:
     // Only the two makers above can name it.
-    struct LineOfOrder {
+    struct LineOfOrder
+    {
         explicit LineOfOrder() = default;
     };
 
@@ -57,7 +58,6 @@ public:
     Material(LineOfOrder, int orderId, int productId, const QString &itemName);
 
 private:
-
     QString item;
     QString qty;
     QString cost;

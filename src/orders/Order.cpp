@@ -55,12 +55,25 @@ QString contactField(const Contact &contact, QStringView field)
 }  // namespace
 
 Order::Order()
-    : date(u""_s), title(u""_s), status(u"Enquiry"_s), type(u"Order"_s), balance(u""_s), balancePaid(u""_s),
-      deposit(u""_s), depositPaid(u""_s), description(u""_s), paymentMethod(u"web"_s), orderNum(u""_s),
-      repeatFrequency(u"month"_s), shipping(u""_s), lastRepeatDate(u""_s), tax(u""_s), taxRate(u""_s),
-      value(u""_s), valueWithTax(u""_s)
-{
-}
+    : date(u""_s),
+      title(u""_s),
+      status(u"Enquiry"_s),
+      type(u"Order"_s),
+      balance(u""_s),
+      balancePaid(u""_s),
+      deposit(u""_s),
+      depositPaid(u""_s),
+      description(u""_s),
+      paymentMethod(u"web"_s),
+      orderNum(u""_s),
+      repeatFrequency(u"month"_s),
+      shipping(u""_s),
+      lastRepeatDate(u""_s),
+      tax(u""_s),
+      taxRate(u""_s),
+      value(u""_s),
+      valueWithTax(u""_s)
+{ }
 
 void Order::setContact(Contact *newContact)
 {

@@ -25,8 +25,8 @@ bool copyRecursively(const QString &source, const QString &target)
     if (QFileInfo::exists(target) || !QDir().mkdir(target))
         return false;
     bool complete = true;
-    const QFileInfoList entries =
-        QDir(source).entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+    const QFileInfoList entries
+        = QDir(source).entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
     for (const QFileInfo &entry : entries) {
         const QString destination = target + u'/' + entry.fileName();
         if (entry.isSymLink())
@@ -53,7 +53,8 @@ QString folder(int orderId)
 {
     // "Attachments"/"attachments" and "Order"/"order" name one folder,
     // whichever spelling is on disk.
-    return platform::paths::caseInsensitiveChild(platform::paths::attachmentsDir(), u"Order"_s + QString::number(orderId));
+    return platform::paths::caseInsensitiveChild(platform::paths::attachmentsDir(),
+                                                 u"Order"_s + QString::number(orderId));
 }
 
 int count(int orderId)
@@ -88,8 +89,8 @@ QString statusText(int attachments)
         return localised("There are no attachments");
     if (attachments == 1)
         return localised("There is 1 attachment");
-    return platform::withArguments(u"%@ %i %@"_s, {localised("There are "), QString::number(attachments),
-                                                   localised(" attachments")});
+    return platform::withArguments(u"%@ %i %@"_s,
+                                   {localised("There are "), QString::number(attachments), localised(" attachments")});
 }
 
 QString wellImage(int attachments)

@@ -1,16 +1,13 @@
 #include "orders/OrderManager.h"
 
-#include "store/Picker.h"
-#include "store/PrefsController.h"
-#include "store/QuorvelServices.h"
 #include "contacts/Contact.h"
 #include "contacts/ContactFields.h"
 #include "contacts/ContactManager.h"
 #include "items/Item.h"
 #include "items/ItemManager.h"
 #include "orders/BOMManager.h"
-#include "orders/OrderAttachments.h"
 #include "orders/Order.h"
+#include "orders/OrderAttachments.h"
 #include "orders/RecurringOrders.h"
 #include "orders/RepeatChecker.h"
 #include "platform/Alerts.h"
@@ -23,6 +20,9 @@
 #include "platform/Numbers.h"
 #include "platform/Paths.h"
 #include "platform/Workspace.h"
+#include "store/Picker.h"
+#include "store/PrefsController.h"
+#include "store/QuorvelServices.h"
 #include "tasks/Action.h"
 #include "tasks/ActionManager.h"
 
@@ -484,7 +484,7 @@ void OrderManager::createContact()
 
 void OrderManager::updateContactFields()
 {
-    TextField *const fields[] = {contactName,  contactAdd1,   contactAdd2,   contactAdd3, contactShortAddress,
+    TextField *const fields[] = {contactName,     contactAdd1,  contactAdd2,   contactAdd3, contactShortAddress,
                                  contactPostcode, contactPhone, contactMobile, contactFax,  contactEmail};
     Contact *contact = currentItem ? currentItem->getContact() : nullptr;
     if (!contact) {
@@ -494,10 +494,10 @@ void OrderManager::updateContactFields()
         editContactButton->setEnabled(false);
         return;
     }
-    const QString texts[] = {contact->getName(),     contact->getAdd1(),  contact->getAdd2(),
-                             contact->getAdd3(),     contact->getShortAddress(), contact->getPostcode(),
-                             contact->getPhone(),    contact->getMobile(), contact->getFax(),
-                             contact->getEmail()};
+    const QString texts[]
+        = {contact->getName(),         contact->getAdd1(),     contact->getAdd2(),  contact->getAdd3(),
+           contact->getShortAddress(), contact->getPostcode(), contact->getPhone(), contact->getMobile(),
+           contact->getFax(),          contact->getEmail()};
     for (std::size_t i = 0; i < std::size(fields); ++i)
         setIfPresent(fields[i], texts[i]);
     editContactButton->setEnabled(true);
@@ -651,10 +651,10 @@ void OrderManager::setMaterial(dataObject *chosen)
     if (!item || !quorvel)
         return;
     if (item->getQty() == "0"_L1) {
-        const int answer =
-            platform::runAlert(localised("Out of Stock"),
-                               localised("You have none of these items. Do you still wish to add one to this order?"),
-                               localised("Add anyway"), localised("Cancel"));
+        const int answer
+            = platform::runAlert(localised("Out of Stock"),
+                                 localised("You have none of these items. Do you still wish to add one to this order?"),
+                                 localised("Add anyway"), localised("Cancel"));
         if (answer != 1)
             return;
     }
@@ -662,10 +662,10 @@ void OrderManager::setMaterial(dataObject *chosen)
         // One unit per pick; the stock may go below nothing.
         const int left = item->decQty();
         if (platform::intValue(item->getWarnlevel()) >= left)
-            platform::runAlert(localised("Low Stock"),
-                               withArguments(localised("This leaves %i of these items in stock."),
-                                             {QString::number(left)}),
-                               localised("OK"));
+            platform::runAlert(
+                localised("Low Stock"),
+                withArguments(localised("This leaves %i of these items in stock."), {QString::number(left)}),
+                localised("OK"));
     }
     BOMManager *bom = quorvel->getBOMManager();
     bom->addProduct(item);

@@ -8,11 +8,11 @@
 //
 // Outlets may be absent (not connected): every use of one that may be
 // absent is skipped then, so the checkout can bind fewer of them.
-#include "store/ListManager.h"
 #include "platform/outlets/Button.h"
 #include "platform/outlets/CheckBox.h"
 #include "platform/outlets/TextView.h"
 #include "platform/outlets/Window.h"
+#include "store/ListManager.h"
 
 #include <QDateTime>
 

@@ -18,7 +18,9 @@ using platform::dayFirstFormat;
 using platform::localised;
 using platform::withArguments;
 
-RecurringOrders::RecurringOrders(OrderManager &manager) : orders(manager) {}
+RecurringOrders::RecurringOrders(OrderManager &manager)
+    : orders(manager)
+{ }
 
 std::shared_ptr<Order> RecurringOrders::copyForRepeat(Order &source)
 {
@@ -40,8 +42,8 @@ std::shared_ptr<Order> RecurringOrders::copyForRepeat(Order &source)
     copy->setIncludeBOM(source.getIncludeBOM());
     copy->setSent(source.getSent());
     // Written into the order itself, so kept in one language in the file.
-    copy->setDescription(withArguments(u"%@\r%@"_s, {withArguments(u"Recurrence of Order %@"_s, {source.getOrderNum()}),
-                                                    source.getDescription()}));
+    copy->setDescription(withArguments(
+        u"%@\r%@"_s, {withArguments(u"Recurrence of Order %@"_s, {source.getOrderNum()}), source.getDescription()}));
     // The total, as the editor makes it for any order: value, tax and
     // shipping added in that order in single precision.
     float total = platform::floatValue(copy->getValue()) + platform::floatValue(copy->getTax());
@@ -94,8 +96,8 @@ QList<QPair<Order *, Order *>> RecurringOrders::checkForOverdueRepeats(const QDa
         // date that cannot be read (a file edited by hand) has no due date,
         // so the order is left alone rather than copied on every pass.
         if (!last) {
-            platform::log(withArguments(u"%@ has a last repeat date that cannot be read: not repeated"_s,
-                                        {order->getTitle()}));
+            platform::log(
+                withArguments(u"%@ has a last repeat date that cannot be read: not repeated"_s, {order->getTitle()}));
             continue;
         }
         QDateTime next = *last;
@@ -129,12 +131,13 @@ QList<QPair<Order *, Order *>> RecurringOrders::checkForOverdueRepeats(const QDa
         alert.informativeText = withArguments(localised("%@ '%@' has been duplicated. The number of the new %@ is %@"),
                                               {term, source->getTitle(), term, copy->getOrderNum()});
     } else {
-        alert.informativeText =
-            withArguments(localised("%i repeating %@ have been duplicated; their new numbers are listed below."),
-                          {QString::number(copies.size()), prefs->getTermOrders()});
+        alert.informativeText
+            = withArguments(localised("%i repeating %@ have been duplicated; their new numbers are listed below."),
+                            {QString::number(copies.size()), prefs->getTermOrders()});
         QStringList lines;
         for (const auto &[source, copy] : std::as_const(copies))
-            lines << withArguments(u"%@ '%@' \u2192 %@"_s, {source->getOrderNum(), source->getTitle(), copy->getOrderNum()});
+            lines << withArguments(u"%@ '%@' \u2192 %@"_s,
+                                   {source->getOrderNum(), source->getTitle(), copy->getOrderNum()});
         alert.details = lines.join(u'\n');
     }
     platform::runAlert(alert);
@@ -152,7 +155,8 @@ QString repeatSummary(const QString &lastRepeatDate, bool repeating, const QStri
     if (last && repeating) {
         // The summary's own rule: a month for "month", a week otherwise.
         const QDateTime next = frequency == "month"_L1 ? platform::addMonths(*last, 1) : platform::addDays(*last, 7);
-        text += withArguments(localised("Next due to be repeated on %@ "), {platform::formatDate(next, dayFirstFormat)});
+        text
+            += withArguments(localised("Next due to be repeated on %@ "), {platform::formatDate(next, dayFirstFormat)});
     }
     return text;
 }

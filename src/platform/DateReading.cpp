@@ -12,7 +12,8 @@ namespace {
 
 using namespace Qt::Literals::StringLiterals;
 
-struct Word {
+struct Word
+{
     QLatin1StringView text;
     int value;
 };
@@ -31,52 +32,50 @@ constexpr Words germanDays{
     {"heute"_L1, 0}, {"morgen"_L1, 1}, {"uebermorgen"_L1, 2}, {"gestern"_L1, -1}, {"vorgestern"_L1, -2}};
 
 // Days of the week, Monday 1 to Sunday 7.
-constexpr Words englishWeekdays{{"monday"_L1, 1},   {"mon"_L1, 1},      {"tuesday"_L1, 2}, {"tue"_L1, 2},
-                                {"tues"_L1, 2},     {"wednesday"_L1, 3}, {"wed"_L1, 3},     {"thursday"_L1, 4},
-                                {"thu"_L1, 4},      {"thur"_L1, 4},     {"thurs"_L1, 4},   {"friday"_L1, 5},
-                                {"fri"_L1, 5},      {"saturday"_L1, 6}, {"sat"_L1, 6},     {"sunday"_L1, 7},
-                                {"sun"_L1, 7}};
+constexpr Words englishWeekdays{
+    {"monday"_L1, 1}, {"mon"_L1, 1},      {"tuesday"_L1, 2}, {"tue"_L1, 2},    {"tues"_L1, 2},  {"wednesday"_L1, 3},
+    {"wed"_L1, 3},    {"thursday"_L1, 4}, {"thu"_L1, 4},     {"thur"_L1, 4},   {"thurs"_L1, 4}, {"friday"_L1, 5},
+    {"fri"_L1, 5},    {"saturday"_L1, 6}, {"sat"_L1, 6},     {"sunday"_L1, 7}, {"sun"_L1, 7}};
 constexpr Words germanWeekdays{{"montag"_L1, 1},  {"dienstag"_L1, 2}, {"mittwoch"_L1, 3},  {"donnerstag"_L1, 4},
                                {"freitag"_L1, 5}, {"samstag"_L1, 6},  {"sonnabend"_L1, 6}, {"sonntag"_L1, 7}};
 
 // "next" is 1, "last" -1, "this" 0.
 constexpr Words englishDirections{{"next"_L1, 1}, {"last"_L1, -1}, {"this"_L1, 0}};
-constexpr Words germanDirections{{"naechste"_L1, 1},   {"naechsten"_L1, 1},   {"naechster"_L1, 1},
-                                 {"naechstes"_L1, 1},  {"kommende"_L1, 1},    {"kommenden"_L1, 1},
-                                 {"kommender"_L1, 1},  {"kommendes"_L1, 1},   {"letzte"_L1, -1},
-                                 {"letzten"_L1, -1},   {"letzter"_L1, -1},    {"letztes"_L1, -1},
-                                 {"vergangene"_L1, -1}, {"vergangenen"_L1, -1}, {"vergangener"_L1, -1},
-                                 {"vergangenes"_L1, -1}, {"diese"_L1, 0},      {"diesen"_L1, 0},
-                                 {"dieser"_L1, 0}};
+constexpr Words germanDirections{
+    {"naechste"_L1, 1},     {"naechsten"_L1, 1}, {"naechster"_L1, 1},   {"naechstes"_L1, 1},    {"kommende"_L1, 1},
+    {"kommenden"_L1, 1},    {"kommender"_L1, 1}, {"kommendes"_L1, 1},   {"letzte"_L1, -1},      {"letzten"_L1, -1},
+    {"letzter"_L1, -1},     {"letztes"_L1, -1},  {"vergangene"_L1, -1}, {"vergangenen"_L1, -1}, {"vergangener"_L1, -1},
+    {"vergangenes"_L1, -1}, {"diese"_L1, 0},     {"diesen"_L1, 0},      {"dieser"_L1, 0}};
 
 // Spans of time.
 enum Unit { Day = 1, Week, Month, Year };
 constexpr Words englishUnits{{"day"_L1, Day},     {"days"_L1, Day},     {"week"_L1, Week}, {"weeks"_L1, Week},
                              {"month"_L1, Month}, {"months"_L1, Month}, {"year"_L1, Year}, {"years"_L1, Year}};
-constexpr Words germanUnits{{"tag"_L1, Day},      {"tage"_L1, Day},     {"tagen"_L1, Day},   {"woche"_L1, Week},
-                            {"wochen"_L1, Week},  {"monat"_L1, Month},  {"monate"_L1, Month}, {"monaten"_L1, Month},
-                            {"jahr"_L1, Year},    {"jahre"_L1, Year},   {"jahren"_L1, Year}};
+constexpr Words germanUnits{{"tag"_L1, Day},     {"tage"_L1, Day},    {"tagen"_L1, Day},    {"woche"_L1, Week},
+                            {"wochen"_L1, Week}, {"monat"_L1, Month}, {"monate"_L1, Month}, {"monaten"_L1, Month},
+                            {"jahr"_L1, Year},   {"jahre"_L1, Year},  {"jahren"_L1, Year}};
 
 // Counts written as words ("in a week", "vor einem Monat").
 constexpr Words englishCounts{{"a"_L1, 1}, {"an"_L1, 1}, {"one"_L1, 1}};
 constexpr Words germanCounts{{"ein"_L1, 1}, {"eine"_L1, 1}, {"einen"_L1, 1}, {"einem"_L1, 1}, {"einer"_L1, 1}};
 
 // The words of one language.
-struct Language {
+struct Language
+{
     Words days;
     Words weekdays;
     Words directions;
     Words units;
     Words counts;
-    QLatin1StringView in;   // "in 3 days"
+    QLatin1StringView in;  // "in 3 days"
     QLatin1StringView ago;  // "3 days ago"
-    bool agoLeads;          // "vor 3 Tagen"
+    bool agoLeads;  // "vor 3 Tagen"
 };
 
-constexpr Language english{englishDays, englishWeekdays, englishDirections, englishUnits, englishCounts,
-                           "in"_L1, "ago"_L1, false};
-constexpr Language german{germanDays, germanWeekdays, germanDirections, germanUnits, germanCounts,
-                          "in"_L1, "vor"_L1, true};
+constexpr Language english{englishDays,   englishWeekdays, englishDirections, englishUnits,
+                           englishCounts, "in"_L1,         "ago"_L1,          false};
+constexpr Language german{germanDays,   germanWeekdays, germanDirections, germanUnits,
+                          germanCounts, "in"_L1,        "vor"_L1,         true};
 
 std::optional<int> lookUp(const Words &words, QStringView text)
 {
@@ -114,11 +113,16 @@ QDate weekdayFrom(const QDate &today, int weekday, int direction)
 QDate moved(const QDate &today, int unit, int count)
 {
     switch (unit) {
-    case Day: return today.addDays(count);
-    case Week: return today.addDays(qint64(count) * 7);
-    case Month: return today.addMonths(count);
-    case Year: return today.addYears(count);
-    default: return {};
+    case Day:
+        return today.addDays(count);
+    case Week:
+        return today.addDays(qint64(count) * 7);
+    case Month:
+        return today.addMonths(count);
+    case Year:
+        return today.addYears(count);
+    default:
+        return {};
     }
 }
 

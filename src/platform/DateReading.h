@@ -35,7 +35,6 @@ bool isDayFormat(const QString &format);
 // given today; "de" as the language adds the German words. None when the
 // text is not a date: an empty text, other words, an impossible date
 // (31/02/26), or a format that is not one of days.
-std::optional<QDate> readDate(QStringView text, const QString &format, const QDate &today,
-                              const QString &language);
+std::optional<QDate> readDate(QStringView text, const QString &format, const QDate &today, const QString &language);
 
 }  // namespace platform

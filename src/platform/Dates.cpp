@@ -6,7 +6,10 @@ namespace platform {
 
 namespace {
 
-inline bool isDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
+inline bool isDigit(char16_t c)
+{
+    return c >= u'0' && c <= u'9';
+}
 
 // Reads between `least` and `most` digits at position i.
 bool readNumber(const QChar *text, qsizetype n, qsizetype &i, int least, int most, int &value)
@@ -62,13 +65,27 @@ QString format(const QDate &date, const QTime &time, const QString &pattern)
         }
         const QChar f = pattern[++i];
         switch (f.unicode()) {
-        case u'd': appendTwo(out, date.day()); break;
-        case u'm': appendTwo(out, date.month()); break;
-        case u'y': appendTwo(out, ((date.year() % 100) + 100) % 100); break;
-        case u'Y': appendFour(out, date.year()); break;
-        case u'H': appendTwo(out, time.hour()); break;
-        case u'M': appendTwo(out, time.minute()); break;
-        case u'%': out += QLatin1Char('%'); break;
+        case u'd':
+            appendTwo(out, date.day());
+            break;
+        case u'm':
+            appendTwo(out, date.month());
+            break;
+        case u'y':
+            appendTwo(out, ((date.year() % 100) + 100) % 100);
+            break;
+        case u'Y':
+            appendFour(out, date.year());
+            break;
+        case u'H':
+            appendTwo(out, time.hour());
+            break;
+        case u'M':
+            appendTwo(out, time.minute());
+            break;
+        case u'%':
+            out += QLatin1Char('%');
+            break;
         default:
             out += c;
             out += f;

@@ -25,7 +25,10 @@ QString formatDate(const QDate &date, const QString &format);
 // and the one it always stores some dates in) and month first.
 inline const QString dayFirstFormat = QStringLiteral("%d/%m/%y");
 inline const QString monthFirstFormat = QStringLiteral("%m/%d/%y");
-inline const QString &userDateFormat(bool dayFirst) { return dayFirst ? dayFirstFormat : monthFirstFormat; }
+inline const QString &userDateFormat(bool dayFirst)
+{
+    return dayFirst ? dayFirstFormat : monthFirstFormat;
+}
 
 // Calendar arithmetic. Months and years clamp to the end of a shorter
 // month: 31 January plus one month is 28 or 29 February.

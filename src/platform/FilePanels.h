@@ -9,7 +9,8 @@
 
 namespace platform {
 
-struct FilePanelRequest {
+struct FilePanelRequest
+{
     enum Kind { Open, Save } kind = Save;
     QString title;
     // Save: the extension the chosen name must carry ("csv"); it is added

@@ -17,7 +17,10 @@ inline bool isBlank(char16_t c)
     return QChar::isSpace(c);
 }
 
-inline bool isDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
+inline bool isDigit(char16_t c)
+{
+    return c >= u'0' && c <= u'9';
+}
 
 qsizetype skipBlanks(QStringView text)
 {
@@ -30,7 +33,8 @@ qsizetype skipBlanks(QStringView text)
 
 // The extent [start, end) of the longest decimal floating-point number at the
 // start of the text after its blanks; end == start when there is none.
-struct NumberExtent {
+struct NumberExtent
+{
     qsizetype start = 0;
     qsizetype end = 0;
 };

@@ -33,7 +33,10 @@ QString shortestFloatText(float number);
 // "%f": six decimals.
 QString format6(double value);
 // "%i" / "%d".
-inline QString formatInt(int value) { return QString::number(value); }
+inline QString formatInt(int value)
+{
+    return QString::number(value);
+}
 
 // Money as a money field shows it. Text that is wholly a decimal number
 // (blanks around it, a sign, "," between groups of three digits: "1,234.5")

@@ -47,7 +47,10 @@ void useDataDir(const QString &dir)
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, settingsDir);
 }
 
-QString preferencesDir() { return join(quorvelDir(), QStringLiteral("preferences")); }
+QString preferencesDir()
+{
+    return join(quorvelDir(), QStringLiteral("preferences"));
+}
 
 void setHomeDir(const QString &dir)
 {
@@ -74,22 +77,40 @@ QString expandTilde(const QString &path)
     return path;
 }
 
-QString quorvelDir() { return join(applicationSupportDir(), QStringLiteral("Quorvel")); }
+QString quorvelDir()
+{
+    return join(applicationSupportDir(), QStringLiteral("Quorvel"));
+}
 
-QString bundleDir() { return join(quorvelDir(), QStringLiteral("quorveldatabase.qvldb")); }
+QString bundleDir()
+{
+    return join(quorvelDir(), QStringLiteral("quorveldatabase.qvldb"));
+}
 
-QString bundleFile(const QString &name) { return join(bundleDir(), name); }
+QString bundleFile(const QString &name)
+{
+    return join(bundleDir(), name);
+}
 
-QString itemImagesDir() { return join(bundleDir(), QStringLiteral("ItemImages")); }
+QString itemImagesDir()
+{
+    return join(bundleDir(), QStringLiteral("ItemImages"));
+}
 
 QString itemImagePath(int itemId)
 {
     return join(itemImagesDir(), QString::number(itemId) + QStringLiteral(".tiff"));
 }
 
-QString attachmentsDir() { return caseInsensitiveChild(bundleDir(), QStringLiteral("Attachments")); }
+QString attachmentsDir()
+{
+    return caseInsensitiveChild(bundleDir(), QStringLiteral("Attachments"));
+}
 
-QString reportsDir() { return caseInsensitiveChild(quorvelDir(), QStringLiteral("reports")); }
+QString reportsDir()
+{
+    return caseInsensitiveChild(quorvelDir(), QStringLiteral("reports"));
+}
 
 QString legacyDatabaseFile()
 {
@@ -101,8 +122,7 @@ QString caseInsensitiveChild(const QString &parent, const QString &name)
     const QString exact = join(parent, name);
     if (QFileInfo(exact).isDir())
         return exact;
-    const QStringList children =
-        QDir(parent).entryList(QDir::Dirs | QDir::NoDotAndDotDot | QDir::Hidden, QDir::Name);
+    const QStringList children = QDir(parent).entryList(QDir::Dirs | QDir::NoDotAndDotDot | QDir::Hidden, QDir::Name);
     for (const QString &child : children) {
         if (child.compare(name, Qt::CaseInsensitive) == 0)
             return join(parent, child);

@@ -15,7 +15,7 @@ QString applicationSupportDir();
 // becomes the application-support folder, and the preferences are kept in
 // preferencesDir() under it from then on (not in the user's own).
 void useDataDir(const QString &dir);
-QString preferencesDir();     // <support>/Quorvel/preferences
+QString preferencesDir();  // <support>/Quorvel/preferences
 
 // The home folder ("~"); tests may point it elsewhere too.
 void setHomeDir(const QString &dir);
@@ -23,14 +23,14 @@ QString homeDir();
 // A leading "~" or "~/" replaced by the home folder.
 QString expandTilde(const QString &path);
 
-QString quorvelDir();         // <support>/Quorvel
-QString bundleDir();          // <support>/Quorvel/quorveldatabase.qvldb
+QString quorvelDir();  // <support>/Quorvel
+QString bundleDir();  // <support>/Quorvel/quorveldatabase.qvldb
 QString bundleFile(const QString &name);  // a member of the bundle
-QString itemImagesDir();      // <bundle>/ItemImages
-QString itemImagePath(int itemId);        // <bundle>/ItemImages/<id>.tiff
-QString attachmentsDir();     // <bundle>/Attachments (either spelling found on disk)
-QString reportsDir();         // <support>/Quorvel/reports (either spelling found on disk)
-QString legacyDatabaseFile(); // ~/Quorvel/quorveldatabase.xml
+QString itemImagesDir();  // <bundle>/ItemImages
+QString itemImagePath(int itemId);  // <bundle>/ItemImages/<id>.tiff
+QString attachmentsDir();  // <bundle>/Attachments (either spelling found on disk)
+QString reportsDir();  // <support>/Quorvel/reports (either spelling found on disk)
+QString legacyDatabaseFile();  // ~/Quorvel/quorveldatabase.xml
 
 // A child folder of `parent` whose name matches `name` ignoring letter case:
 // the existing one when there is one, else parent/name.

@@ -4,7 +4,8 @@
 #include <QThread>
 
 PeriodicPass::PeriodicPass(QObject &owner, std::function<void()> passToRun, QObject *parent)
-    : QObject(parent), pass(std::move(passToRun))
+    : QObject(parent),
+      pass(std::move(passToRun))
 {
     // Posted passes are delivered to this object, so they run on the
     // owner's thread, and are dropped with it.
@@ -49,7 +50,8 @@ void PeriodicPass::work()
         if (wake.wait_for(lock, beforeEach, stopped))
             return;
         passPending = true;
-        QMetaObject::invokeMethod(this, [this] { runPass(); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            this, [this] { runPass(); }, Qt::QueuedConnection);
         wake.wait(lock, [this] { return stopping || !passPending; });
         if (stopping || wake.wait_for(lock, afterEach, stopped))
             return;

@@ -126,7 +126,9 @@ constexpr quint32 TriesBeforeFirstLook = 256;
 constexpr quint32 TriesBeforeJudging = 4096;
 }  // namespace
 
-ValueTable::ValueTable() : empty(QStringLiteral("")) {}
+ValueTable::ValueTable()
+    : empty(QStringLiteral(""))
+{ }
 
 bool ValueTable::keyShares(int key)
 {
@@ -238,15 +240,22 @@ void RecordReader::Private::releaseBefore(const char *position)
     }
 }
 
-RecordReader::RecordReader(const QStringList &knownKeys) : d(std::make_unique<Private>(knownKeys))
+RecordReader::RecordReader(const QStringList &knownKeys)
+    : d(std::make_unique<Private>(knownKeys))
 {
     d->knownKeys = d->keys.size();
 }
 
 RecordReader::~RecordReader() = default;
 
-int RecordReader::knownKeyCount() const { return d->knownKeys; }
-int RecordReader::keyCount() const { return d->keys.size(); }
+int RecordReader::knownKeyCount() const
+{
+    return d->knownKeys;
+}
+int RecordReader::keyCount() const
+{
+    return d->keys.size();
+}
 
 QString RecordReader::keyName(int key) const
 {
@@ -255,9 +264,18 @@ QString RecordReader::keyName(int key) const
     return d->keys.name(key);
 }
 
-bool RecordReader::usedFullReader() const { return d->fullReaderUsed; }
-void RecordReader::setQuickScanEnabled(bool enabled) { d->quickScan = enabled; }
-void RecordReader::setSharingEnabled(bool enabled) { d->values.setEnabled(enabled); }
+bool RecordReader::usedFullReader() const
+{
+    return d->fullReaderUsed;
+}
+void RecordReader::setQuickScanEnabled(bool enabled)
+{
+    d->quickScan = enabled;
+}
+void RecordReader::setSharingEnabled(bool enabled)
+{
+    d->values.setEnabled(enabled);
+}
 
 ReadStatus RecordReader::read(QByteArrayView document, const QString &rootKey, RecordVisitor &visitor)
 {
@@ -302,9 +320,11 @@ namespace {
 // escape (or U+FFFD for characters XML cannot carry).
 enum : quint8 { Plain = 0, Amp, Lt, Gt, Cr, Bad };
 
-struct EscapeTable {
+struct EscapeTable
+{
     quint8 kind[128];
-    constexpr EscapeTable() : kind()
+    constexpr EscapeTable()
+        : kind()
     {
         for (int c = 0; c < 128; ++c)
             kind[c] = (c < 0x20 && c != '\t' && c != '\n' && c != '\r') ? Bad : Plain;
@@ -411,7 +431,11 @@ char *writeEscaped(char *w, const char16_t *s, qsizetype n)
 class Buffer
 {
 public:
-    explicit Buffer(qsizetype expected) { bytes.resize(std::max<qsizetype>(expected, 4096)); rebase(0); }
+    explicit Buffer(qsizetype expected)
+    {
+        bytes.resize(std::max<qsizetype>(expected, 4096));
+        rebase(0);
+    }
 
     void ensure(qsizetype more)
     {
@@ -427,8 +451,7 @@ public:
         std::memcpy(w, text, size_t(length));
         w += length;
     }
-    template <size_t N>
-    void put(const char (&text)[N]) { put(text, qsizetype(N - 1)); }
+    template <size_t N> void put(const char (&text)[N]) { put(text, qsizetype(N - 1)); }
     void tabs(int count)
     {
         ensure(count);
@@ -461,10 +484,10 @@ private:
     char *limit = nullptr;
 };
 
-const char Header[] =
-    "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-    "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" \"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
-    "<plist version=\"1.0\">\n";
+const char Header[]
+    = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+      "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" \"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
+      "<plist version=\"1.0\">\n";
 
 }  // namespace
 
@@ -476,8 +499,11 @@ void appendEscaped(QByteArray &out, QStringView text)
     out.resize(end - out.constData());
 }
 
-struct RecordWriter::Private {
-    explicit Private(qsizetype expected) : out(expected) {}
+struct RecordWriter::Private
+{
+    explicit Private(qsizetype expected)
+        : out(expected)
+    { }
     Buffer out;
     bool sortKeys = true;
     std::vector<std::pair<QStringView, const QString *>> pending;

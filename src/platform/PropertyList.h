@@ -34,9 +34,10 @@
 namespace platform::plist {
 
 // Why a document could not be read. ok() when it could.
-struct ReadStatus {
-    QString reason;      // empty when the document was read
-    qint64 line = 0;     // the line of the fault, 0 when there is none
+struct ReadStatus
+{
+    QString reason;  // empty when the document was read
+    qint64 line = 0;  // the line of the fault, 0 when there is none
 
     bool ok() const { return reason.isEmpty(); }
     // "line 12: expected </string>", or the reason alone without a line.
@@ -46,7 +47,8 @@ struct ReadStatus {
 // One (key, value) pair of a record. The key is an index into the reader's
 // key table: the keys given to the reader come first, in the order given,
 // then every other key met, in the order met (see RecordReader::keyName).
-struct Field {
+struct Field
+{
     int key = -1;
     QString value;
 };
@@ -105,7 +107,7 @@ class RecordWriter
 {
 public:
     enum KeyOrder {
-        SortKeys,        // the keys of a record may come in any order
+        SortKeys,  // the keys of a record may come in any order
         KeysComeSorted,  // the caller gives them sorted: no need to check
     };
     // expectedSize: a guess of the file's size, to reserve the buffer once.

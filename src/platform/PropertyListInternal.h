@@ -52,14 +52,16 @@ public:
     QString share(int key, const QString &text);
 
 private:
-    struct Slot {
+    struct Slot
+    {
         QString text;
         quint32 hash = 0;
         quint8 length = 0;
         bool used = false;
         char bytes[MaxLength + 1];  // a kind byte, then the value's bytes
     };
-    struct KeyStats {
+    struct KeyStats
+    {
         quint32 tries = 0;
         quint32 hits = 0;
         bool off = false;
@@ -77,8 +79,11 @@ private:
     QString empty;
 };
 
-struct RecordReader::Private {
-    explicit Private(const QStringList &known) : keys(known) {}
+struct RecordReader::Private
+{
+    explicit Private(const QStringList &known)
+        : keys(known)
+    { }
 
     KeyTable keys;
     int knownKeys = 0;
@@ -102,8 +107,7 @@ enum class QuickResult { Read, LeaveToFullReader };
 QuickResult quickRead(RecordReader::Private &d, QByteArrayView document, const QString &rootKey,
                       RecordVisitor &visitor);
 // The full reader (QXmlStreamReader).
-ReadStatus fullRead(RecordReader::Private &d, QByteArrayView document, const QString &rootKey,
-                    RecordVisitor &visitor);
+ReadStatus fullRead(RecordReader::Private &d, QByteArrayView document, const QString &rootKey, RecordVisitor &visitor);
 
 // A QXmlStreamReader fed with the document a block at a time, so that it
 // never holds more than a block of it decoded, with the helpers both full
@@ -150,7 +154,10 @@ private:
 };
 
 // XML white space.
-inline bool isXmlSpace(char16_t c) { return c == u' ' || c == u'\t' || c == u'\n' || c == u'\r'; }
+inline bool isXmlSpace(char16_t c)
+{
+    return c == u' ' || c == u'\t' || c == u'\n' || c == u'\r';
+}
 QString trimmedXml(const QString &text);
 
 }  // namespace platform::plist

@@ -22,15 +22,17 @@ constexpr qsizetype ReleaseEvery = qsizetype(16) << 20;
 // Classes of the bytes of element text.
 enum : quint8 {
     Ordinary = 0,
-    OpenTag,     // '<': end of the text
-    NeedsWork,   // '&', carriage return, or a byte of a multi-byte character
+    OpenTag,  // '<': end of the text
+    NeedsWork,  // '&', carriage return, or a byte of a multi-byte character
     CloseAngle,  // '>': fine unless it ends "]]>"
-    Forbidden,   // a control character XML does not allow
+    Forbidden,  // a control character XML does not allow
 };
 
-struct ByteClasses {
+struct ByteClasses
+{
     quint8 of[256];
-    constexpr ByteClasses() : of()
+    constexpr ByteClasses()
+        : of()
     {
         for (int c = 0; c < 256; ++c) {
             if (c >= 0x80)
@@ -48,7 +50,10 @@ struct ByteClasses {
 };
 constexpr ByteClasses classes;
 
-inline bool isSpace(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
+inline bool isSpace(char c)
+{
+    return c == ' ' || c == '\t' || c == '\n' || c == '\r';
+}
 
 inline bool isAllowedChar(char32_t u)
 {
@@ -86,7 +91,8 @@ bool decodeText(const char *s, const char *end, QString &out)
         const unsigned char c = static_cast<unsigned char>(*s);
         if (c < 0x80) {
             if (c == '&') {
-                const char *semi = static_cast<const char *>(std::memchr(s, ';', size_t(std::min<qsizetype>(end - s, 12))));
+                const char *semi
+                    = static_cast<const char *>(std::memchr(s, ';', size_t(std::min<qsizetype>(end - s, 12))));
                 if (!semi)
                     return false;
                 const char *name = s + 1;
@@ -179,16 +185,17 @@ class Scanner
 {
 public:
     Scanner(RecordReader::Private &reader, QByteArrayView document, RecordVisitor &recordVisitor)
-        : d(reader), p(document.data()), end(document.data() + document.size()), visitor(recordVisitor)
-    {
-    }
+        : d(reader),
+          p(document.data()),
+          end(document.data() + document.size()),
+          visitor(recordVisitor)
+    { }
 
     bool document(const QString &rootKey);
 
 private:
     // Literal bytes at the current position; consumed when they match.
-    template <size_t N>
-    bool take(const char (&literal)[N])
+    template <size_t N> bool take(const char (&literal)[N])
     {
         constexpr qsizetype length = qsizetype(N - 1);
         if (end - p >= length && std::memcmp(p, literal, size_t(length)) == 0) {
@@ -245,9 +252,8 @@ private:
 
 bool Scanner::name()
 {
-    const auto nameStart = [](char c) {
-        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || c == ':';
-    };
+    const auto nameStart
+        = [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || c == ':'; };
     if (p >= end || !nameStart(*p))
         return false;
     ++p;
@@ -585,8 +591,7 @@ bool Scanner::document(const QString &rootKey)
 
 }  // namespace
 
-QuickResult quickRead(RecordReader::Private &d, QByteArrayView document, const QString &rootKey,
-                      RecordVisitor &visitor)
+QuickResult quickRead(RecordReader::Private &d, QByteArrayView document, const QString &rootKey, RecordVisitor &visitor)
 {
     Scanner scanner(d, document, visitor);
     return scanner.document(rootKey) ? QuickResult::Read : QuickResult::LeaveToFullReader;

@@ -19,9 +19,9 @@ class ValueReader
 {
 public:
     explicit ValueReader(QByteArrayView document)
-        : source(document), xml(source.xml)
-    {
-    }
+        : source(document),
+          xml(source.xml)
+    { }
 
     QVariant read();
     ReadStatus status;
@@ -162,7 +162,10 @@ bool ValueReader::value(QVariant &out, int depth)
     }
     if (kind == u"data") {
         QByteArray base64 = content.toLatin1();
-        base64.replace(' ', QByteArray()).replace('\t', QByteArray()).replace('\n', QByteArray()).replace('\r', QByteArray());
+        base64.replace(' ', QByteArray())
+            .replace('\t', QByteArray())
+            .replace('\n', QByteArray())
+            .replace('\r', QByteArray());
         auto decoded = QByteArray::fromBase64Encoding(base64, QByteArray::AbortOnBase64DecodingErrors);
         if (!decoded)
             return fail(QStringLiteral("invalid base64 data"));
@@ -219,12 +222,10 @@ private:
         appendEscaped(out, text);
         out.append("</").append(tag).append(">\n");
     }
-    template <typename Map>
-    bool dict(const Map &map, int depth);
+    template <typename Map> bool dict(const Map &map, int depth);
 };
 
-template <typename Map>
-bool ValueWriter::dict(const Map &map, int depth)
+template <typename Map> bool ValueWriter::dict(const Map &map, int depth)
 {
     indent(depth);
     if (map.isEmpty()) {

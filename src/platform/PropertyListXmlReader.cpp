@@ -23,10 +23,11 @@ class FullReader
 {
 public:
     FullReader(RecordReader::Private &reader, QByteArrayView document, RecordVisitor &recordVisitor)
-        : d(reader), source(document, [&reader](const char *position) { reader.releaseBefore(position); }),
-          xml(source.xml), visitor(recordVisitor)
-    {
-    }
+        : d(reader),
+          source(document, [&reader](const char *position) { reader.releaseBefore(position); }),
+          xml(source.xml),
+          visitor(recordVisitor)
+    { }
 
     ReadStatus read(const QString &rootKey);
 
@@ -111,8 +112,9 @@ ReadStatus FullReader::read(const QString &rootKey)
     if (!next())
         return status;
     if (!xml.isStartElement() || xml.name() != u"dict") {
-        fail(xml.isStartElement() ? QStringLiteral("the property list holds <%1>, not a dictionary").arg(xml.name().toString())
-                                  : QStringLiteral("the property list is empty"));
+        fail(xml.isStartElement()
+                 ? QStringLiteral("the property list holds <%1>, not a dictionary").arg(xml.name().toString())
+                 : QStringLiteral("the property list is empty"));
         return status;
     }
     bool found = false;

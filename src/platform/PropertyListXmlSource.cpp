@@ -74,7 +74,8 @@ bool keepsAsciiMarkup(QStringView encoding)
 {
     QString name = encoding.toString().toLower();
     name.remove(QLatin1Char('-')).remove(QLatin1Char('_'));
-    static const char *const safe[] = {"utf8", "utf16", "utf32", "iso8859", "usascii", "ascii", "latin", "windows125", "cp125"};
+    static const char *const safe[]
+        = {"utf8", "utf16", "utf32", "iso8859", "usascii", "ascii", "latin", "windows125", "cp125"};
     for (const char *prefix : safe) {
         if (name.startsWith(QLatin1String(prefix)))
             return true;
@@ -85,7 +86,8 @@ bool keepsAsciiMarkup(QStringView encoding)
 }  // namespace
 
 XmlSource::XmlSource(QByteArrayView document, std::function<void(const char *)> consumed)
-    : bytes(document), done(std::move(consumed))
+    : bytes(document),
+      done(std::move(consumed))
 {
     limitEntityExpansion();
     feed();

@@ -38,8 +38,7 @@ std::unique_ptr<StringTable> &installedTable()
 
 StringTable::StringTable(QObject *parent)
     : QTranslator(parent)
-{
-}
+{ }
 
 bool StringTable::loadTable(const QString &path, const QString &language)
 {
@@ -90,8 +89,7 @@ QStringList StringTable::availableLanguages()
     return languages;
 }
 
-QString StringTable::translate(const char *context, const char *sourceText, const char *disambiguation,
-                               int n) const
+QString StringTable::translate(const char *context, const char *sourceText, const char *disambiguation, int n) const
 {
     Q_UNUSED(disambiguation);
     Q_UNUSED(n);

@@ -9,7 +9,8 @@
 
 namespace platform {
 
-struct WorkspaceHandler {
+struct WorkspaceHandler
+{
     std::function<bool(const QString &url)> openUrl;
     std::function<bool(const QString &path)> openFile;
     std::function<QString()> pasteboardString;

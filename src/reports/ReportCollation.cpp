@@ -17,7 +17,8 @@ namespace {
 // The rows of a collation, read once in row order: each row's group of rows
 // with equal match text (groups numbered in the order of their first rows),
 // and whether its quantity is a number, with its value.
-struct RowIndex {
+struct RowIndex
+{
     std::vector<int> groupOf;
     int groupCount = 0;
     std::vector<char> numeric;
@@ -30,7 +31,8 @@ struct RowIndex {
 // texts of rows further on while hashing, their buckets while grouping.
 RowIndex indexRows(int count, TextColumn keys, TextColumn quantities)
 {
-    struct Slot {
+    struct Slot
+    {
         quint32 hash = 0;
         qint32 group = -1;
         quint32 textFrom = 0;
@@ -134,7 +136,8 @@ CollationPlan planCollation(int count, TextColumn keys, TextColumn quantities, i
 
     // Each group's rows in one array: first its numbers, then the others,
     // each part in row order; head and end of each part per group.
-    struct Group {
+    struct Group
+    {
         int numHead = 0, numEnd = 0, otherHead = 0, otherEnd = 0;
     };
     std::vector<Group> groups(static_cast<size_t>(index.groupCount));
@@ -184,13 +187,12 @@ CollationPlan planCollation(int count, TextColumn keys, TextColumn quantities, i
         char digits[64];
         qsizetype digitsLength = -1;  // the text is sumText while -1
         bool changed = false;
-        const auto currentText = [&]() {
-            return digitsLength >= 0 ? QString::fromLatin1(digits, digitsLength) : sumText;
-        };
+        const auto currentText
+            = [&]() { return digitsLength >= 0 ? QString::fromLatin1(digits, digitsLength) : sumText; };
         const auto takeNext = [&](int j) {
             running = running + amount[size_t(j)];
-            const auto printed = std::to_chars(digits, digits + sizeof digits, double(running),
-                                               std::chars_format::fixed, 2);
+            const auto printed
+                = std::to_chars(digits, digits + sizeof digits, double(running), std::chars_format::fixed, 2);
             if (std::isfinite(running) && printed.ec == std::errc()) {
                 digitsLength = printed.ptr - digits;
                 double back = 0.0;
@@ -209,8 +211,8 @@ CollationPlan planCollation(int count, TextColumn keys, TextColumn quantities, i
         };
         // In row order while there are lines to write.
         while ((a < group.numEnd || b < group.otherEnd) && logged < logLimit) {
-            const bool nextIsNumber =
-                a < group.numEnd && (b == group.otherEnd || members[size_t(a)] < members[size_t(b)]);
+            const bool nextIsNumber
+                = a < group.numEnd && (b == group.otherEnd || members[size_t(a)] < members[size_t(b)]);
             const int j = members[size_t(nextIsNumber ? a : b)];
             if (nextIsNumber && sumIsNumber) {
                 takeNext(j);

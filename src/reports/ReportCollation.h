@@ -26,17 +26,19 @@ namespace reports {
 // One column of texts, row after row, each `stride` texts after the one
 // before (a table stored row by row is read with its width as the stride). A
 // stride of 0 reads the same text for every row.
-struct TextColumn {
+struct TextColumn
+{
     const QString *first = nullptr;
     size_t stride = 1;
     const QString &operator[](int row) const { return first[size_t(row) * stride]; }
 };
 
 // What collating rows does to them.
-struct CollationPlan {
+struct CollationPlan
+{
     std::vector<char> alive;  // per row: it stays
-    std::vector<QString> qty; // per row: its new quantity text; null when it does not change
-    bool removed = false;     // some row goes
+    std::vector<QString> qty;  // per row: its new quantity text; null when it does not change
+    bool removed = false;  // some row goes
     // The "couldn't merge" lines, in the loop's order; past the limit one
     // line counts the rest ("couldn't merge N more pairs of rows; those lines
     // are left out").

@@ -57,8 +57,8 @@ QList<Clause> prepareClauses(const QVariant &where, const QString &key, const QS
         const QString which = u"clause %1 of \""_s.arg(i + 1) + key + u"\""_s;
         const QVariant &entry = list.at(i);
         const int kind = entry.metaType().id();
-        const QVariantList parts =
-            kind == QMetaType::QVariantList || kind == QMetaType::QStringList ? entry.toList() : QVariantList();
+        const QVariantList parts
+            = kind == QMetaType::QVariantList || kind == QMetaType::QStringList ? entry.toList() : QVariantList();
         QStringList texts;
         bool allTexts = true;
         for (const QVariant &part : parts) {
@@ -87,9 +87,9 @@ QList<Clause> prepareClauses(const QVariant &where, const QString &key, const QS
 }
 
 CriteriaTest::CriteriaTest(const QString &dateFormat, const QString &currentContactId)
-    : format(dateFormat), contactId(currentContactId)
-{
-}
+    : format(dateFormat),
+      contactId(currentContactId)
+{ }
 
 std::optional<qint64> CriteriaTest::readDate(const QString &text)
 {

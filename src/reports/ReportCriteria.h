@@ -28,16 +28,17 @@ class dataObject;
 
 namespace reports {
 
-struct Clause {
+struct Clause
+{
     QString field;
     QString op;
     QString value;
     // Worked out once by prepareClauses, so that records are compared without
     // reading the value again. A clause made by hand has none of it.
-    bool prepared = false;           // the three below are worked out
-    bool currentContact = false;     // the value is "currentcontact"
-    std::optional<qint64> valueTime; // otherwise the value read as a date (ms), when it is one
-    float valueNumber = 0.0f;        // and read as a number
+    bool prepared = false;  // the three below are worked out
+    bool currentContact = false;  // the value is "currentcontact"
+    std::optional<qint64> valueTime;  // otherwise the value read as a date (ms), when it is one
+    float valueNumber = 0.0f;  // and read as a number
 };
 
 // dd/dd/dd at the start (two characters, "/", two, "/", two, each pair read

@@ -28,7 +28,10 @@ bool isColumnNumber(const QString &text)
 class DefinitionReader
 {
 public:
-    DefinitionReader(const QVariantMap &root, QStringList *problems) : map(root), said(problems) {}
+    DefinitionReader(const QVariantMap &root, QStringList *problems)
+        : map(root),
+          said(problems)
+    { }
 
     void problem(const QString &text)
     {
@@ -146,8 +149,10 @@ QString textOf(const QVariant &value)
     }
     case QMetaType::LongLong:
     case QMetaType::Int:
-    case QMetaType::Double: return value.toString();
-    default: return QString();
+    case QMetaType::Double:
+        return value.toString();
+    default:
+        return QString();
     }
 }
 
@@ -156,8 +161,7 @@ ReportDefinition readReportDefinition(const QVariantMap &root, QStringList *prob
     return DefinitionReader(root, problems).read();
 }
 
-std::optional<ReportDefinition> readReportDefinitionFile(const QString &path, QString *failure,
-                                                         QStringList *problems)
+std::optional<ReportDefinition> readReportDefinitionFile(const QString &path, QString *failure, QStringList *problems)
 {
     platform::plist::ReadStatus status;
     const QVariant root = platform::plist::readValueFile(path, &status);

@@ -31,19 +31,20 @@ inline const QString noColumn = QStringLiteral("field-1");
 // value) for a name of fewer than six characters.
 int columnIndex(const QString &identifier);
 
-struct ReportDefinition {
+struct ReportDefinition
+{
     QStringList headings;  // "colheadings": one column each
-    QStringList widths;    // "colwidths": integer texts, one per heading
-    QStringList fields;    // "fields": one name per column of the first row
-    QStringList fields2;   // "fields2": the names of the second row
+    QStringList widths;  // "colwidths": integer texts, one per heading
+    QStringList fields;  // "fields": one name per column of the first row
+    QStringList fields2;  // "fields2": the names of the second row
     bool hasFields2 = false;
-    QString source;        // "selectfrom"; null when absent or not a text
-    QVariant where;        // "where" as found (clauses are read when the report runs)
-    QVariant where2;       // "where2" as found
+    QString source;  // "selectfrom"; null when absent or not a text
+    QVariant where;  // "where" as found (clauses are read when the report runs)
+    QVariant where2;  // "where2" as found
     bool hasWhere2 = false;
     QString totalCol = noColumn;  // "field" and "totalcol"; none without the key
     QString matchCol = noColumn;  // "field" and "collationmatchcol", when both
-    QString qtyCol = noColumn;    // collation keys are there, else none
+    QString qtyCol = noColumn;  // collation keys are there, else none
 
     // Whether a record makes a second row: both "fields2" and "where2" are there.
     bool hasSecondRows() const { return hasFields2 && hasWhere2; }

@@ -25,9 +25,8 @@ using reports::noColumn;
 namespace {
 
 // The built-in definitions, in the order they are installed.
-const QStringList copiedWithFolder{u"Outstanding Balances"_s, u"Current Customers"_s,
-                                   u"Current Items Purchased"_s, u"Top Sellers"_s,
-                                   u"OrdersforOpenContact"_s, u"ItemsforOpenContact"_s};
+const QStringList copiedWithFolder{u"Outstanding Balances"_s, u"Current Customers"_s,    u"Current Items Purchased"_s,
+                                   u"Top Sellers"_s,          u"OrdersforOpenContact"_s, u"ItemsforOpenContact"_s};
 const QStringList copiedWhenMissing{u"OrdersforOpenContact"_s, u"ItemsforOpenContact"_s};
 const QStringList triedAtEveryStart{u"Stocktake"_s, u"Reorder Quantities"_s};
 
@@ -64,7 +63,8 @@ void logAll(const QStringList &lines, const QString &prefix = QString())
 
 // The values of the result rows, row after row: row r holds
 // values[r * width, (r + 1) * width).
-struct RowValues {
+struct RowValues
+{
     std::vector<QString> values;
     int width = 0;
     int count = 0;
@@ -111,8 +111,8 @@ RowValues collectRows(const ReportManager &engine, const QString &name, const re
     const QString format = engine.dateFormat();
     const Clauses where = reports::prepareClauses(definition.where, u"where"_s, format, &problems);
     const bool secondRows = definition.hasSecondRows();
-    const Clauses where2 =
-        secondRows ? reports::prepareClauses(definition.where2, u"where2"_s, format, &problems) : Clauses();
+    const Clauses where2
+        = secondRows ? reports::prepareClauses(definition.where2, u"where2"_s, format, &problems) : Clauses();
     logAll(problems, u"report "_s + name + u": "_s);
 
     // The second row takes as many names as the first has.
@@ -151,7 +151,10 @@ RowValues collectRows(const ReportManager &engine, const QString &name, const re
 }  // namespace
 
 ReportManager::ReportManager(QuorvelServices *controller, QObject *parent)
-    : QObject(parent), filter(new PopUp(this)), table(new TableView(this)), quorvel(controller)
+    : QObject(parent),
+      filter(new PopUp(this)),
+      table(new TableView(this)),
+      quorvel(controller)
 {
     table->setDataSource(this);
     setTableView(table);
@@ -208,8 +211,8 @@ QStringList ReportManager::reportNames()
 {
     const QDir folder(platform::paths::reportsDir());
     QStringList names;
-    const QStringList entries =
-        folder.entryList(QDir::Files | QDir::Hidden | QDir::System, QDir::Name | QDir::IgnoreCase);
+    const QStringList entries
+        = folder.entryList(QDir::Files | QDir::Hidden | QDir::System, QDir::Name | QDir::IgnoreCase);
     for (const QString &entry : entries) {
         if (entry.startsWith(u'.') || notInChooser.contains(entry))
             continue;
@@ -248,8 +251,8 @@ void ReportManager::doReport(const QString &name, TableView *view)
     } else {
         QString failure;
         QStringList problems;
-        const std::optional<reports::ReportDefinition> read =
-            reports::readReportDefinitionFile(path, &failure, &problems);
+        const std::optional<reports::ReportDefinition> read
+            = reports::readReportDefinitionFile(path, &failure, &problems);
         logAll(problems, u"report "_s + name + u": "_s);
         if (read) {
             definition = *read;
@@ -384,8 +387,7 @@ void ReportManager::collate(const QString &matchCol, const QString &qtyCol)
         keys[size_t(k)] = row->getnthField(matchIndex);
         qty[size_t(k)] = row->getnthField(qtyIndex);
     }
-    const reports::CollationPlan plan =
-        reports::planCollation(count, {keys.data(), 1}, {qty.data(), 1}, mergeLogLimit);
+    const reports::CollationPlan plan = reports::planCollation(count, {keys.data(), 1}, {qty.data(), 1}, mergeLogLimit);
     logAll(plan.messages);
     for (int k = 0; k < count; ++k) {
         if (plan.alive[size_t(k)] && !plan.qty[size_t(k)].isNull())

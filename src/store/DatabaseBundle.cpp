@@ -36,59 +36,152 @@ const QString No = QStringLiteral("NO");
 // The keys of each file. The enums follow the lists, which are in the sorted
 // order the files are written in.
 enum ContactKey {
-    cAdd1, cAdd2, cAdd3, cComments, cCompany, cEmail, cExtension, cFax, cId, cJobTitle, cKind, cMobile,
-    cName, cPhone, cPostcode, cTitle, cType, cWebsite, ContactKeyCount
+    cAdd1,
+    cAdd2,
+    cAdd3,
+    cComments,
+    cCompany,
+    cEmail,
+    cExtension,
+    cFax,
+    cId,
+    cJobTitle,
+    cKind,
+    cMobile,
+    cName,
+    cPhone,
+    cPostcode,
+    cTitle,
+    cType,
+    cWebsite,
+    ContactKeyCount
 };
-const QStringList ContactKeys = {
-    QStringLiteral("add1"), QStringLiteral("add2"), QStringLiteral("add3"), QStringLiteral("comments"), QStringLiteral("company"), QStringLiteral("email"), QStringLiteral("extension"), QStringLiteral("fax"),
-    QStringLiteral("id"), QStringLiteral("jobtitle"), QStringLiteral("kind"), QStringLiteral("mobile"), QStringLiteral("name"), QStringLiteral("phone"), QStringLiteral("postcode"), QStringLiteral("title"),
-    QStringLiteral("type"), QStringLiteral("website")};
+const QStringList ContactKeys
+    = {QStringLiteral("add1"),    QStringLiteral("add2"),     QStringLiteral("add3"),      QStringLiteral("comments"),
+       QStringLiteral("company"), QStringLiteral("email"),    QStringLiteral("extension"), QStringLiteral("fax"),
+       QStringLiteral("id"),      QStringLiteral("jobtitle"), QStringLiteral("kind"),      QStringLiteral("mobile"),
+       QStringLiteral("name"),    QStringLiteral("phone"),    QStringLiteral("postcode"),  QStringLiteral("title"),
+       QStringLiteral("type"),    QStringLiteral("website")};
 
 enum OrderKey {
-    oBalance, oBalancePaid, oContact, oDate, oDeposit, oDepositPaid, oDescription, oId, oIncludeBOM,
-    oLastRepeatDate, oOrderNum, oPaymentMethod, oRepeatFrequency, oRepeats, oSent, oShipping, oStatus, oTax,
-    oTaxRate, oTitle, oType, oValue, oValueWithTax, OrderKeyCount
+    oBalance,
+    oBalancePaid,
+    oContact,
+    oDate,
+    oDeposit,
+    oDepositPaid,
+    oDescription,
+    oId,
+    oIncludeBOM,
+    oLastRepeatDate,
+    oOrderNum,
+    oPaymentMethod,
+    oRepeatFrequency,
+    oRepeats,
+    oSent,
+    oShipping,
+    oStatus,
+    oTax,
+    oTaxRate,
+    oTitle,
+    oType,
+    oValue,
+    oValueWithTax,
+    OrderKeyCount
 };
-const QStringList OrderKeys = {
-    QStringLiteral("balance"), QStringLiteral("balancepaid"), QStringLiteral("contact"), QStringLiteral("date"), QStringLiteral("deposit"), QStringLiteral("depositpaid"),
-    QStringLiteral("description"), QStringLiteral("id"), QStringLiteral("includeBOM"), QStringLiteral("lastrepeatdate"), QStringLiteral("ordernum"), QStringLiteral("paymentmethod"),
-    QStringLiteral("repeatfrequency"), QStringLiteral("repeats"), QStringLiteral("sent"), QStringLiteral("shipping"), QStringLiteral("status"), QStringLiteral("tax"), QStringLiteral("taxrate"),
-    QStringLiteral("title"), QStringLiteral("type"), QStringLiteral("value"), QStringLiteral("valuewithtax")};
+const QStringList OrderKeys = {QStringLiteral("balance"),
+                               QStringLiteral("balancepaid"),
+                               QStringLiteral("contact"),
+                               QStringLiteral("date"),
+                               QStringLiteral("deposit"),
+                               QStringLiteral("depositpaid"),
+                               QStringLiteral("description"),
+                               QStringLiteral("id"),
+                               QStringLiteral("includeBOM"),
+                               QStringLiteral("lastrepeatdate"),
+                               QStringLiteral("ordernum"),
+                               QStringLiteral("paymentmethod"),
+                               QStringLiteral("repeatfrequency"),
+                               QStringLiteral("repeats"),
+                               QStringLiteral("sent"),
+                               QStringLiteral("shipping"),
+                               QStringLiteral("status"),
+                               QStringLiteral("tax"),
+                               QStringLiteral("taxrate"),
+                               QStringLiteral("title"),
+                               QStringLiteral("type"),
+                               QStringLiteral("value"),
+                               QStringLiteral("valuewithtax")};
 
 enum ItemKey {
-    iBought, iCode, iCondition, iDecreaseQty, iDescription, iId, iItem, iOptimumQty, iPrice, iQty, iShipping,
-    iStatus, iSupplier, iWarnlevel, ItemKeyCount
+    iBought,
+    iCode,
+    iCondition,
+    iDecreaseQty,
+    iDescription,
+    iId,
+    iItem,
+    iOptimumQty,
+    iPrice,
+    iQty,
+    iShipping,
+    iStatus,
+    iSupplier,
+    iWarnlevel,
+    ItemKeyCount
 };
-const QStringList ItemKeys = {
-    QStringLiteral("bought"), QStringLiteral("code"), QStringLiteral("condition"), QStringLiteral("decreaseQty"), QStringLiteral("description"), QStringLiteral("id"), QStringLiteral("item"),
-    QStringLiteral("optimumqty"), QStringLiteral("price"), QStringLiteral("qty"), QStringLiteral("shipping"), QStringLiteral("status"), QStringLiteral("supplier"), QStringLiteral("warnlevel")};
+const QStringList ItemKeys = {QStringLiteral("bought"),      QStringLiteral("code"),        QStringLiteral("condition"),
+                              QStringLiteral("decreaseQty"), QStringLiteral("description"), QStringLiteral("id"),
+                              QStringLiteral("item"),        QStringLiteral("optimumqty"),  QStringLiteral("price"),
+                              QStringLiteral("qty"),         QStringLiteral("shipping"),    QStringLiteral("status"),
+                              QStringLiteral("supplier"),    QStringLiteral("warnlevel")};
 
 enum MaterialKey { mCode, mContact, mCost, mId, mItem, mOrder, mProduct, mQty, mTotal, mUnit, MaterialKeyCount };
-const QStringList MaterialKeys = {QStringLiteral("code"), QStringLiteral("contact"), QStringLiteral("cost"),  QStringLiteral("id"),    QStringLiteral("item"),
-                                  QStringLiteral("order"), QStringLiteral("product"), QStringLiteral("qty"), QStringLiteral("total"), QStringLiteral("unit")};
+const QStringList MaterialKeys
+    = {QStringLiteral("code"),  QStringLiteral("contact"), QStringLiteral("cost"),    QStringLiteral("id"),
+       QStringLiteral("item"),  QStringLiteral("order"),   QStringLiteral("product"), QStringLiteral("qty"),
+       QStringLiteral("total"), QStringLiteral("unit")};
 
 enum BillKey { bAmount, bCategory, bDatePaid, bDetails, bId, bName, bNumber, BillKeyCount };
-const QStringList BillKeys = {QStringLiteral("amount"), QStringLiteral("category"), QStringLiteral("datepaid"), QStringLiteral("details"),
-                              QStringLiteral("id"),     QStringLiteral("name"),     QStringLiteral("number")};
+const QStringList BillKeys
+    = {QStringLiteral("amount"), QStringLiteral("category"), QStringLiteral("datepaid"), QStringLiteral("details"),
+       QStringLiteral("id"),     QStringLiteral("name"),     QStringLiteral("number")};
 
 enum ActionKey {
-    aAlarm, aAlarmAcknowledged, aComplete, aDetails, aEndDate, aEndTime, aId, aRate, aStartDate, aStartTime,
-    aTitle, aTotalCharge, aTotalTime, aTotalTimeUnits, ActionKeyCount
+    aAlarm,
+    aAlarmAcknowledged,
+    aComplete,
+    aDetails,
+    aEndDate,
+    aEndTime,
+    aId,
+    aRate,
+    aStartDate,
+    aStartTime,
+    aTitle,
+    aTotalCharge,
+    aTotalTime,
+    aTotalTimeUnits,
+    ActionKeyCount
 };
-const QStringList ActionKeys = {
-    QStringLiteral("alarm"), QStringLiteral("alarmacknowledged"), QStringLiteral("complete"), QStringLiteral("details"), QStringLiteral("enddate"), QStringLiteral("endtime"), QStringLiteral("id"),
-    QStringLiteral("rate"), QStringLiteral("startdate"), QStringLiteral("starttime"), QStringLiteral("title"), QStringLiteral("totalcharge"), QStringLiteral("totaltime"),
-    QStringLiteral("totaltimeunits")};
+const QStringList ActionKeys = {QStringLiteral("alarm"),     QStringLiteral("alarmacknowledged"),
+                                QStringLiteral("complete"),  QStringLiteral("details"),
+                                QStringLiteral("enddate"),   QStringLiteral("endtime"),
+                                QStringLiteral("id"),        QStringLiteral("rate"),
+                                QStringLiteral("startdate"), QStringLiteral("starttime"),
+                                QStringLiteral("title"),     QStringLiteral("totalcharge"),
+                                QStringLiteral("totaltime"), QStringLiteral("totaltimeunits")};
 
 const QStringList &keysOf(DatabaseBundle::File file)
 {
-    static const QStringList *const all[] = {&ContactKeys, &OrderKeys, &ItemKeys, &MaterialKeys, &BillKeys, &ActionKeys};
+    static const QStringList *const all[]
+        = {&ContactKeys, &OrderKeys, &ItemKeys, &MaterialKeys, &BillKeys, &ActionKeys};
     return *all[file];
 }
 
 // The text fields of each record kind that go by key, with their accessors.
-template <typename Record>
-struct TextField {
+template <typename Record> struct TextField
+{
     int key;
     const QString &(Record::*get)() const;
     void (Record::*set)(const QString &);
@@ -150,12 +243,9 @@ const TextField<Item> ItemTexts[] = {
 };
 
 const TextField<Material> MaterialTexts[] = {
-    {mCode, &Material::getCode, &Material::setCode},
-    {mCost, &Material::getCost, &Material::setCost},
-    {mItem, &Material::getItem, &Material::setItem},
-    {mQty, &Material::getQty, &Material::setQty},
-    {mTotal, &Material::getTotal, &Material::setTotal},
-    {mUnit, &Material::getUnit, &Material::setUnit},
+    {mCode, &Material::getCode, &Material::setCode},    {mCost, &Material::getCost, &Material::setCost},
+    {mItem, &Material::getItem, &Material::setItem},    {mQty, &Material::getQty, &Material::setQty},
+    {mTotal, &Material::getTotal, &Material::setTotal}, {mUnit, &Material::getUnit, &Material::setUnit},
 };
 
 const TextField<Bill> BillTexts[] = {
@@ -186,22 +276,33 @@ const TextField<Action> ActionTexts[] = {
 constexpr int NoContact = INT_MIN;
 
 // One file parsed into records, not yet in their collection.
-struct Parsed {
+struct Parsed
+{
     bool exists = false;
     ReadStatus status;
     std::vector<std::shared_ptr<dataObject>> records;
-    std::vector<int> numbers;   // orders: the contact id; lines: the stored id
+    std::vector<int> numbers;  // orders: the contact id; lines: the stored id
     std::vector<int> contacts;  // lines: the stored contact id, or NoContact
 };
 
 // The integer value of a key's text; 0 when the key is absent.
-inline int integer(const QString *text) { return text ? platform::intValue(*text) : 0; }
-inline bool isYes(const QString *text) { return text && *text == Yes; }
+inline int integer(const QString *text)
+{
+    return text ? platform::intValue(*text) : 0;
+}
+inline bool isYes(const QString *text)
+{
+    return text && *text == Yes;
+}
 
 class FileParser : public platform::plist::RecordVisitor
 {
 public:
-    FileParser(DatabaseBundle::File kind, Parsed &result) : file(kind), out(result), keyCount(int(keysOf(kind).size())) {}
+    FileParser(DatabaseBundle::File kind, Parsed &result)
+        : file(kind),
+          out(result),
+          keyCount(int(keysOf(kind).size()))
+    { }
 
     void restart() override
     {
@@ -241,8 +342,7 @@ public:
 
 private:
     // The setter is called only for keys that are there.
-    template <typename Record, size_t N>
-    void setTexts(Record &record, const TextField<Record> (&texts)[N])
+    template <typename Record, size_t N> void setTexts(Record &record, const TextField<Record> (&texts)[N])
     {
         for (const TextField<Record> &text : texts) {
             if (const QString *value = slot[text.key])
@@ -356,11 +456,13 @@ constexpr qsizetype BytesPerRecord[] = {640, 1100, 700, 480, 380, 760};
 
 // The values of one record by key; a key without a value is left out. The
 // keys are emitted in the order of their list, which is the sorted order.
-template <int KeyCount>
-class RecordOut
+template <int KeyCount> class RecordOut
 {
 public:
-    RecordOut(RecordWriter &recordWriter, const QStringList &recordKeys) : writer(recordWriter), keys(recordKeys) {}
+    RecordOut(RecordWriter &recordWriter, const QStringList &recordKeys)
+        : writer(recordWriter),
+          keys(recordKeys)
+    { }
 
     void clear() { std::fill(std::begin(values), std::end(values), nullptr); }
     void always(int key, const QString &value) { values[key] = &value; }
@@ -370,14 +472,12 @@ public:
             values[key] = &value;
     }
     void flag(int key, bool on) { values[key] = on ? &Yes : &No; }
-    template <typename Record, size_t N>
-    void optionalTexts(const Record &record, const TextField<Record> (&texts)[N])
+    template <typename Record, size_t N> void optionalTexts(const Record &record, const TextField<Record> (&texts)[N])
     {
         for (const TextField<Record> &text : texts)
             optional(text.key, (record.*text.get)());
     }
-    template <typename Record, size_t N>
-    void allTexts(const Record &record, const TextField<Record> (&texts)[N])
+    template <typename Record, size_t N> void allTexts(const Record &record, const TextField<Record> (&texts)[N])
     {
         for (const TextField<Record> &text : texts)
             always(text.key, (record.*text.get)());
@@ -398,8 +498,7 @@ private:
     const QString *values[KeyCount] = {};
 };
 
-template <typename Record>
-const Record *recordAt(const kdDataSource &source, int n)
+template <typename Record> const Record *recordAt(const kdDataSource &source, int n)
 {
     return dynamic_cast<const Record *>(source.getnthItem(n));
 }
@@ -529,7 +628,8 @@ void report(const QString &line)
 
 QString DatabaseBundle::fileName(File file)
 {
-    static const char *const names[] = {"contacts.xml", "orders.xml", "items.xml", "itemsordered.xml", "bills.xml", "actions.xml"};
+    static const char *const names[]
+        = {"contacts.xml", "orders.xml", "items.xml", "itemsordered.xml", "bills.xml", "actions.xml"};
     return QString::fromLatin1(names[file]);
 }
 
@@ -539,17 +639,28 @@ QString DatabaseBundle::rootKey(File file)
     return QString::fromLatin1(keys[file]);
 }
 
-QString DatabaseBundle::filePath(File file) { return platform::paths::bundleFile(fileName(file)); }
+QString DatabaseBundle::filePath(File file)
+{
+    return platform::paths::bundleFile(fileName(file));
+}
 
 DatabaseBundle::DatabaseBundle(kdDataSource &contacts, kdDataSource &orders, kdDataSource &items,
                                kdDataSource &materials, kdDataSource &bills, kdDataSource &actions)
     : collections{&contacts, &orders, &items, &materials, &bills, &actions}
-{
-}
+{ }
 
-void DatabaseBundle::setConnectContactById(ConnectContactById hook) { connectHook = std::move(hook); }
-void DatabaseBundle::setSetContactfor(SetContactFor hook) { contactForHook = std::move(hook); }
-void DatabaseBundle::setAfterReading(AfterReading hook) { afterHook = std::move(hook); }
+void DatabaseBundle::setConnectContactById(ConnectContactById hook)
+{
+    connectHook = std::move(hook);
+}
+void DatabaseBundle::setSetContactfor(SetContactFor hook)
+{
+    contactForHook = std::move(hook);
+}
+void DatabaseBundle::setAfterReading(AfterReading hook)
+{
+    afterHook = std::move(hook);
+}
 
 void DatabaseBundle::connectContactById(int contactId, Order *order) const
 {
@@ -655,7 +766,8 @@ DatabaseBundle::ReadResult DatabaseBundle::readDatabase()
 QByteArray DatabaseBundle::fileContents(File file) const
 {
     const kdDataSource &source = collection(file);
-    RecordWriter writer(rootKey(file), qsizetype(source.getCount()) * BytesPerRecord[file], RecordWriter::KeysComeSorted);
+    RecordWriter writer(rootKey(file), qsizetype(source.getCount()) * BytesPerRecord[file],
+                        RecordWriter::KeysComeSorted);
     switch (file) {
     case Contacts:
         writeContacts(writer, source);
@@ -695,12 +807,14 @@ bool DatabaseBundle::setAside(File file)
         unreadable[file] = false;  // gone already: nothing to keep
         return true;
     }
-    const QString base = path + QStringLiteral(".unreadable-") + platform::now().toString(QStringLiteral("yyyyMMdd-HHmmss"));
+    const QString base
+        = path + QStringLiteral(".unreadable-") + platform::now().toString(QStringLiteral("yyyyMMdd-HHmmss"));
     QString aside = base;
     for (int n = 2; QFileInfo::exists(aside) || QFileInfo(aside).isSymLink(); ++n)
         aside = base + QStringLiteral("-%1").arg(n);
     if (!QDir().rename(path, aside))
-        return fail(QStringLiteral("cannot keep the unreadable %1 aside as %2, so it is not overwritten").arg(path, aside));
+        return fail(
+            QStringLiteral("cannot keep the unreadable %1 aside as %2, so it is not overwritten").arg(path, aside));
     report(QStringLiteral("kept the unreadable %1 as %2").arg(path, aside));
     unreadable[file] = false;
     return true;

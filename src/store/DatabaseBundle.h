@@ -33,7 +33,7 @@ public:
     static constexpr int FileCount = 6;
 
     static QString fileName(File file);  // "contacts.xml" ...
-    static QString rootKey(File file);   // "contacts", "orders", "products", "materials", "bills", "actions"
+    static QString rootKey(File file);  // "contacts", "orders", "products", "materials", "bills", "actions"
     static QString filePath(File file);  // the file in the bundle folder
 
     // The collections, in the order of the files. They must outlive the bundle.
@@ -59,7 +59,8 @@ public:
     void connectContactById(int contactId, Order *order) const;
     void setContactfor(Material *line) const;
 
-    struct Failure {
+    struct Failure
+    {
         File file = Contacts;
         QString path;
         QString reason;
@@ -67,7 +68,8 @@ public:
         // "cannot read PATH: line 12: REASON (the file is left as it is)"
         QString message() const;
     };
-    struct ReadResult {
+    struct ReadResult
+    {
         QList<Failure> failures;
         bool ok() const { return failures.isEmpty(); }
     };

@@ -1,6 +1,8 @@
 #include "store/DeletionHistory.h"
 
-DeletionHistory::DeletionHistory(QObject *parent) : QObject(parent) {}
+DeletionHistory::DeletionHistory(QObject *parent)
+    : QObject(parent)
+{ }
 
 void DeletionHistory::remember(Deletion deletion)
 {

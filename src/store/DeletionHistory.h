@@ -17,8 +17,9 @@ class DeletionHistory : public QObject
 public:
     static constexpr int Depth = 10;
 
-    struct Deletion {
-        QString what;                // "Order INV12"
+    struct Deletion
+    {
+        QString what;  // "Order INV12"
         std::function<void()> undo;  // puts it back, and writes it
     };
 

@@ -4,37 +4,57 @@ namespace ListColumns {
 
 QStringList kinds()
 {
-    return {QStringLiteral("contacts"), QStringLiteral("orders"), QStringLiteral("items"),
-            QStringLiteral("materials"), QStringLiteral("bills"), QStringLiteral("tasks")};
+    return {QStringLiteral("contacts"),  QStringLiteral("orders"), QStringLiteral("items"),
+            QStringLiteral("materials"), QStringLiteral("bills"),  QStringLiteral("tasks")};
 }
 
 QList<TableColumn> defaultsFor(const QString &kind)
 {
     if (kind == QLatin1String("contacts")) {
-        QList<TableColumn> columns = TableView::columnsFrom({{"name", "Name"}, {"type", "Type"}, {"add1", "Address"},
-                                                             {"postcode", "Postcode"}, {"phone", "Phone"},
+        QList<TableColumn> columns = TableView::columnsFrom({{"name", "Name"},
+                                                             {"type", "Type"},
+                                                             {"add1", "Address"},
+                                                             {"postcode", "Postcode"},
+                                                             {"phone", "Phone"},
                                                              {"email", "Email"}});
         // Room for the outline's disclosure and a company's people indented.
         columns.first().width = 200;
         return columns;
     }
     if (kind == QLatin1String("orders"))
-        return TableView::columnsFrom({{"ordernum", "Number"}, {"date", "Date"}, {"title", "Title"},
-                                       {"contact:name", "Customer"}, {"status", "Status"},
+        return TableView::columnsFrom({{"ordernum", "Number"},
+                                       {"date", "Date"},
+                                       {"title", "Title"},
+                                       {"contact:name", "Customer"},
+                                       {"status", "Status"},
                                        {"valueWithTax", "Total"}});
     if (kind == QLatin1String("items"))
-        return TableView::columnsFrom({{"code", "Code"}, {"item", "Item"}, {"qty", "Qty"},
-                                       {"price", "Price"}, {"bought", "Cost"}, {"status", "Status"}});
+        return TableView::columnsFrom({{"code", "Code"},
+                                       {"item", "Item"},
+                                       {"qty", "Qty"},
+                                       {"price", "Price"},
+                                       {"bought", "Cost"},
+                                       {"status", "Status"}});
     if (kind == QLatin1String("materials"))
-        return TableView::columnsFrom({{"item", "Item"}, {"code", "Code"}, {"qty", "Qty"},
-                                       {"cost", "Cost"}, {"unit", "Unit"}, {"total", "Total"}});
+        return TableView::columnsFrom({{"item", "Item"},
+                                       {"code", "Code"},
+                                       {"qty", "Qty"},
+                                       {"cost", "Cost"},
+                                       {"unit", "Unit"},
+                                       {"total", "Total"}});
     if (kind == QLatin1String("tasks"))
-        return TableView::columnsFrom({{"complete", "Done"}, {"title", "Title"}, {"startdate", "Start"},
-                                       {"enddate", "End"}, {"totaltime", "Time"},
+        return TableView::columnsFrom({{"complete", "Done"},
+                                       {"title", "Title"},
+                                       {"startdate", "Start"},
+                                       {"enddate", "End"},
+                                       {"totaltime", "Time"},
                                        {"totalcharge", "Charge"}});
     if (kind == QLatin1String("bills"))
-        return TableView::columnsFrom({{"datepaid", "Date Paid"}, {"name", "Paid To"}, {"number", "Number"},
-                                       {"category", "Category"}, {"amount", "Amount"}});
+        return TableView::columnsFrom({{"datepaid", "Date Paid"},
+                                       {"name", "Paid To"},
+                                       {"number", "Number"},
+                                       {"category", "Category"},
+                                       {"amount", "Amount"}});
     return {};
 }
 

@@ -1,13 +1,14 @@
 #include "store/ListManager.h"
 
-#include "store/QuorvelServices.h"
 #include "platform/Alerts.h"
 #include "platform/Localised.h"
 #include "store/ListColumns.h"
+#include "store/QuorvelServices.h"
 
 using platform::localised;
 
-ListManager::ListManager(QuorvelServices *controller, const QString &kind, const QString &deleteQuestion, QObject *parent)
+ListManager::ListManager(QuorvelServices *controller, const QString &kind, const QString &deleteQuestion,
+                         QObject *parent)
     : QObject(parent),
       table(new TableView(this)),
       searchField(new TextField(this)),

@@ -22,15 +22,16 @@ class ListManager : public QObject, public kdDataSource
 public:
     // `deleteQuestion` is the message of the delete alert ("Delete Order" ...);
     // `kind` names the default columns (see ListColumns).
-    ListManager(QuorvelServices *controller, const QString &kind, const QString &deleteQuestion, QObject *parent = nullptr);
+    ListManager(QuorvelServices *controller, const QString &kind, const QString &deleteQuestion,
+                QObject *parent = nullptr);
 
     QuorvelServices *getQuorvel() const { return quorvel; }
     void setQuorvel(QuorvelServices *controller) { quorvel = controller; }
 
     // Opens the editor on a new record; lists without an editor yet do nothing.
-    virtual void create() {}
+    virtual void create() { }
     // Opens the editor on the selected visible record.
-    virtual void edit() {}
+    virtual void edit() { }
     // Shows the visible records: every record whose fields contain the
     // search text (all of them when it is empty).
     virtual void filter();

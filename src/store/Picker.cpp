@@ -57,8 +57,8 @@ Picker::Picker(QObject *parent)
     connect(table, &TableView::doubleClicked, this, [this] { finish(); });
 }
 
-void Picker::beginfor(Callback action, kdDataSource *dataSource, const QString &firstField,
-                      const QString &secondField, const QString &type)
+void Picker::beginfor(Callback action, kdDataSource *dataSource, const QString &firstField, const QString &secondField,
+                      const QString &type)
 {
     if (!dataSource || dataSource->getCount() == 0) {
         platform::runAlert(
@@ -195,13 +195,11 @@ void Picker::sortByColumn(const QString &columnId, bool ascending, int options)
     std::vector<size_t> order(count);
     std::iota(order.begin(), order.end(), size_t(0));
     if (ascending)
-        std::stable_sort(order.begin(), order.end(), [&](size_t l, size_t r) {
-            return QStringView(keys[l]).compare(QStringView(keys[r])) < 0;
-        });
+        std::stable_sort(order.begin(), order.end(),
+                         [&](size_t l, size_t r) { return QStringView(keys[l]).compare(QStringView(keys[r])) < 0; });
     else
-        std::stable_sort(order.begin(), order.end(), [&](size_t l, size_t r) {
-            return QStringView(keys[l]).compare(QStringView(keys[r])) > 0;
-        });
+        std::stable_sort(order.begin(), order.end(),
+                         [&](size_t l, size_t r) { return QStringView(keys[l]).compare(QStringView(keys[r])) > 0; });
 
     // Put the rows in place by exchanges: position i takes the row that
     // belongs there from wherever it is now.

@@ -165,9 +165,9 @@ PrefsController::PrefsController(QObject *parent)
     termItem->setStringValue(localised("Item"));
     termItems->setStringValue(localised("Items"));
     termBOM->setStringValue(localised("Bill of Materials"));
-    listInvoiceCategories->setString(QStringList({localised("Stationery"), localised("Travel"), localised("Utilities"),
-                                                  localised("Other")})
-                                         .join(QLatin1Char('\n')));
+    listInvoiceCategories->setString(
+        QStringList({localised("Stationery"), localised("Travel"), localised("Utilities"), localised("Other")})
+            .join(QLatin1Char('\n')));
     listStatuses->setString(QStringList({localised("Enquiry"), localised("Quote"), localised("Order"),
                                          localised("Invoiced"), localised("Complete")})
                                 .join(QLatin1Char('\n')));
@@ -204,7 +204,8 @@ void PrefsController::readDefaults()
 
     // 1. The welcome panel, unless the user asked not to see it again.
     if (settings.value(keyWelcome).toString() != yes) {
-        const struct {
+        const struct
+        {
             const QString &key;
             CheckBox *panelBox;
             CheckBox *windowBox;
@@ -265,8 +266,8 @@ void PrefsController::readDefaults()
     relabel(companyContactTabView, 3, bom);
     relabel(BOMTabView, 2, bom);
     if (selectFromItemsButton)
-        selectFromItemsButton->setTitle(kdToolBox::replaceSubstring(QStringLiteral("%@"), items,
-                                                                    localised("Select From %@")));
+        selectFromItemsButton->setTitle(
+            kdToolBox::replaceSubstring(QStringLiteral("%@"), items, localised("Select From %@")));
     if (BOMTextField)
         BOMTextField->setStringValue(bom);
     if (itemWindow)
@@ -300,9 +301,8 @@ void PrefsController::readDefaults()
     time = true;
     data = true;
     accounts = true;
-    const auto isOff = [&settings](const QString &key) {
-        return settings.contains(key) && settings.value(key).toString() != yes;
-    };
+    const auto isOff
+        = [&settings](const QString &key) { return settings.contains(key) && settings.value(key).toString() != yes; };
     if (isOff(keyAccountMmt)) {
         if (mainTabView)
             mainTabView->removeTabViewItemWithIdentifier(accountsTab);

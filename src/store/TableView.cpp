@@ -2,7 +2,9 @@
 
 #include "store/TableDataSource.h"
 
-TableView::TableView(QObject *parent) : Outlet(parent) {}
+TableView::TableView(QObject *parent)
+    : Outlet(parent)
+{ }
 
 void TableView::setColumns(const QList<TableColumn> &newColumns)
 {

@@ -10,14 +10,16 @@
 
 class TableDataSource;
 
-struct TableColumn {
+struct TableColumn
+{
     QString identifier;  // the field name the column shows
-    QString title;       // the header title
-    int width = 100;     // in points
+    QString title;  // the header title
+    int width = 100;  // in points
     bool editable = false;
 };
 
-struct SortDescriptor {
+struct SortDescriptor
+{
     QString key;
     bool ascending = true;
 };
@@ -35,7 +37,7 @@ public:
     // Columns given as "identifier" / "title" pairs, width 100.
     static QList<TableColumn> columnsFrom(std::initializer_list<std::pair<const char *, const char *>> pairs);
 
-    int selectedRow() const { return selected; }   // -1 when nothing is selected
+    int selectedRow() const { return selected; }  // -1 when nothing is selected
     void selectRow(int row);
 
     const QList<SortDescriptor> &sortDescriptors() const { return descriptors; }

@@ -41,7 +41,11 @@ public:
 
 protected:
     // Stores the text unless it is null, so a field keeps its previous value.
-    static void assignUnlessNull(QString &field, const QString &text) { if (!text.isNull()) field = text; }
+    static void assignUnlessNull(QString &field, const QString &text)
+    {
+        if (!text.isNull())
+            field = text;
+    }
     // "Yes" or "No": how a flag is answered by name.
     static QString yesNo(bool flag);
 
@@ -61,8 +65,7 @@ private:
 // The share of a record made with std::make_shared, to keep it; none for
 // none. A record made any other way has no share to give (none), which is a
 // fault of the code that made it.
-template <class Record>
-std::shared_ptr<Record> shareOf(Record *record)
+template <class Record> std::shared_ptr<Record> shareOf(Record *record)
 {
     if (!record)
         return nullptr;

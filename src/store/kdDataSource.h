@@ -92,9 +92,9 @@ public:
     // Builds the table's columns from a layout file; always answers true.
     bool configureTable(TableView &table, const QString &path, const QString &defaults = QString());
 
-    virtual void deleteKey() {}
-    virtual void remove() {}
-    virtual void sort() {}
+    virtual void deleteKey() { }
+    virtual void remove() { }
+    virtual void sort() { }
     virtual QString getWindowTitle() const { return QString(); }
 
     // Called by records when their id or visibility changes.
@@ -117,8 +117,8 @@ private:
     int highestId = 0;
     quint64 generation = 0;
 
-    mutable QHash<int, dataObject *> idIndex;   // id -> first record with that id
+    mutable QHash<int, dataObject *> idIndex;  // id -> first record with that id
     mutable bool idIndexValid = true;
-    mutable std::vector<int> visibleRows;       // visible row -> position
+    mutable std::vector<int> visibleRows;  // visible row -> position
     mutable bool visibleIndexValid = true;
 };

@@ -12,5 +12,5 @@ public:
     static QString replaceSubstring(const QString &target, const QString &replacement, const QString &text);
 
     // An action that does nothing, kept for menu items bound to it.
-    void myAction() {}
+    void myAction() { }
 };

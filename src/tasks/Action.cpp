@@ -5,11 +5,17 @@
 using namespace Qt::Literals::StringLiterals;
 
 Action::Action()
-    : details(u""_s), endDate(u""_s), endTime(u""_s), rate(u""_s), startDate(u""_s),
-      startTime(u""_s), totalCharge(u""_s), totalTime(u""_s), totalTimeUnits(u"Hours"_s),
+    : details(u""_s),
+      endDate(u""_s),
+      endTime(u""_s),
+      rate(u""_s),
+      startDate(u""_s),
+      startTime(u""_s),
+      totalCharge(u""_s),
+      totalTime(u""_s),
+      totalTimeUnits(u"Hours"_s),
       title(u""_s)
-{
-}
+{ }
 
 QString Action::getFieldByName(const QString &fieldName) const
 {

@@ -1,13 +1,13 @@
 #include "tasks/ActionManager.h"
 
-#include "store/PrefsController.h"
-#include "store/QuorvelServices.h"
 #include "platform/Alerts.h"
 #include "platform/Clock.h"
 #include "platform/Dates.h"
 #include "platform/Localised.h"
 #include "platform/Log.h"
 #include "platform/Numbers.h"
+#include "store/PrefsController.h"
+#include "store/QuorvelServices.h"
 #include "tasks/Action.h"
 #include "tasks/AlarmWatch.h"
 
@@ -18,7 +18,6 @@ namespace {
 
 const QString timeFormat = u"%H:%M"_s;
 const QString completeColumn = u"complete"_s;
-
 
 }  // namespace
 

@@ -4,10 +4,10 @@
 // editor with the task's dates and times in the user's date order, its rate
 // and units, and the arithmetic of duration and charge; and the alarm watch,
 // which tells the user once when an alarmed task's end moment has passed.
-#include "store/ListManager.h"
 #include "platform/outlets/CheckBox.h"
 #include "platform/outlets/TextView.h"
 #include "platform/outlets/Window.h"
+#include "store/ListManager.h"
 
 #include <QDateTime>
 

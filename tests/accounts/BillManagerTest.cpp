@@ -8,20 +8,20 @@
 
 #include "accounts/Bill.h"
 #include "accounts/BillManager.h"
-#include "store/PrefsController.h"
 #include "app/Quorvel.h"
 #include "orders/Order.h"
 #include "orders/OrderManager.h"
 #include "platform/Clock.h"
 #include "platform/Paths.h"
 #include "reports/ReportManager.h"
+#include "store/PrefsController.h"
 
 #include <QDir>
 #include <QTest>
 #include <memory>
 
-using testlib::TestEnvironment;
 using testlib::columnCells;
+using testlib::TestEnvironment;
 
 namespace {
 
@@ -72,7 +72,8 @@ private Q_SLOTS:
     {
         auto quorvel = accounts();
         BillManager &bills = *quorvel->getBillManager();
-        QCOMPARE(columnCells(bills, QStringLiteral("amount")), (QStringList{QStringLiteral("_____"), QStringLiteral("0.00")}));
+        QCOMPARE(columnCells(bills, QStringLiteral("amount")),
+                 (QStringList{QStringLiteral("_____"), QStringLiteral("0.00")}));
 
         addBill(bills, QStringLiteral("Acme"), QStringLiteral("01/03/08"), QStringLiteral("1,200.50"));
         addBill(bills, QStringLiteral("Parts"), QStringLiteral("02/03/08"), QStringLiteral("99.5"));
@@ -94,19 +95,21 @@ private Q_SLOTS:
         QTest::addColumn<QStringList>("moneyIn");
         const QDateTime march(QDate(2008, 3, 20), QTime(10, 0));
         QTest::newRow("one week: eight days of bills, seven of money in")
-            << "1 Week" << "01/03/08" << march << QStringList{"01/03/08", "08/03/08"}
-            << QStringList{"01/03/08", "07/03/08", ""};
-        QTest::newRow("one month") << "1 Month" << "09/02/08" << march
-                                   << QStringList{"29/02/08", "01/03/08", "08/03/08", "09/03/08"}
+            << "1 Week"
+            << "01/03/08" << march << QStringList{"01/03/08", "08/03/08"} << QStringList{"01/03/08", "07/03/08", ""};
+        QTest::newRow("one month") << "1 Month"
+                                   << "09/02/08" << march << QStringList{"29/02/08", "01/03/08", "08/03/08", "09/03/08"}
                                    << QStringList{"29/02/08", "01/03/08", "07/03/08", "08/03/08", ""};
         QTest::newRow("current calendar month keeps the next first day")
-            << "Current calendar month" << "" << QDateTime(QDate(2008, 2, 10), QTime(12, 0))
-            << QStringList{"29/02/08", "01/03/08"} << QStringList{"29/02/08", ""};
-        QTest::newRow("last calendar month") << "Last calendar month" << "" << march
-                                             << QStringList{"29/02/08", "01/03/08"}
-                                             << QStringList{"29/02/08", ""};
+            << "Current calendar month"
+            << "" << QDateTime(QDate(2008, 2, 10), QTime(12, 0)) << QStringList{"29/02/08", "01/03/08"}
+            << QStringList{"29/02/08", ""};
+        QTest::newRow("last calendar month")
+            << "Last calendar month"
+            << "" << march << QStringList{"29/02/08", "01/03/08"} << QStringList{"29/02/08", ""};
         QTest::newRow("all shows undated bills too")
-            << "All" << "01/03/08" << march << QStringList{"29/02/08", "01/03/08", "08/03/08", "09/03/08", ""}
+            << "All"
+            << "01/03/08" << march << QStringList{"29/02/08", "01/03/08", "08/03/08", "09/03/08", ""}
             << QStringList{"29/02/08", "01/03/08", "07/03/08", "08/03/08", ""};
     }
     void shouldShowTheBillsAndMoneyInOfAPeriod()

@@ -1,7 +1,7 @@
 #include "TestMain.h"
 
-#include "accounts/Bill.h"
 #include "RecordFieldTable.h"
+#include "accounts/Bill.h"
 
 #include <QTest>
 
@@ -47,17 +47,28 @@ private slots:
     {
         QTest::addColumn<QString>("name");
         QTest::addColumn<QString>("expected");
-        QTest::newRow("amount") << "amount" << "amountword";
-        QTest::newRow("category") << "category" << "categoryword";
-        QTest::newRow("datePaid") << "datePaid" << "datePaidword";
-        QTest::newRow("datepaid") << "datepaid" << "datePaidword";
-        QTest::newRow("details answers the date paid") << "details" << "datePaidword";
-        QTest::newRow("number") << "number" << "numberword";
-        QTest::newRow("name") << "name" << "nameword";
-        QTest::newRow("surname answers the payee") << "surname" << "nameword";
-        QTest::newRow("order not answered") << "order" << "";
-        QTest::newRow("id not answered") << "id" << "";
-        QTest::newRow("DatePaid wrong case") << "DatePaid" << "";
+        QTest::newRow("amount") << "amount"
+                                << "amountword";
+        QTest::newRow("category") << "category"
+                                  << "categoryword";
+        QTest::newRow("datePaid") << "datePaid"
+                                  << "datePaidword";
+        QTest::newRow("datepaid") << "datepaid"
+                                  << "datePaidword";
+        QTest::newRow("details answers the date paid") << "details"
+                                                       << "datePaidword";
+        QTest::newRow("number") << "number"
+                                << "numberword";
+        QTest::newRow("name") << "name"
+                              << "nameword";
+        QTest::newRow("surname answers the payee") << "surname"
+                                                   << "nameword";
+        QTest::newRow("order not answered") << "order"
+                                            << "";
+        QTest::newRow("id not answered") << "id"
+                                         << "";
+        QTest::newRow("DatePaid wrong case") << "DatePaid"
+                                             << "";
     }
     void shouldAnswerFieldsByName()
     {
@@ -71,18 +82,29 @@ private slots:
     void shouldSetExactlyTheNamedField_data()
     {
         QTest::addColumn<QString>("name");
-        QTest::addColumn<QString>("field");     // the field that changes; "" for none
-        QTest::newRow("amount") << "amount" << "amount";
-        QTest::newRow("category") << "category" << "category";
-        QTest::newRow("datePaid") << "datePaid" << "datePaid";
-        QTest::newRow("datepaid") << "datepaid" << "datePaid";
-        QTest::newRow("details sets the details") << "details" << "details";
-        QTest::newRow("number") << "number" << "number";
-        QTest::newRow("name") << "name" << "name";
-        QTest::newRow("surname ignored") << "surname" << "";
-        QTest::newRow("order ignored") << "order" << "";
-        QTest::newRow("id ignored") << "id" << "";
-        QTest::newRow("Amount ignored") << "Amount" << "";
+        QTest::addColumn<QString>("field");  // the field that changes; "" for none
+        QTest::newRow("amount") << "amount"
+                                << "amount";
+        QTest::newRow("category") << "category"
+                                  << "category";
+        QTest::newRow("datePaid") << "datePaid"
+                                  << "datePaid";
+        QTest::newRow("datepaid") << "datepaid"
+                                  << "datePaid";
+        QTest::newRow("details sets the details") << "details"
+                                                  << "details";
+        QTest::newRow("number") << "number"
+                                << "number";
+        QTest::newRow("name") << "name"
+                              << "name";
+        QTest::newRow("surname ignored") << "surname"
+                                         << "";
+        QTest::newRow("order ignored") << "order"
+                                       << "";
+        QTest::newRow("id ignored") << "id"
+                                    << "";
+        QTest::newRow("Amount ignored") << "Amount"
+                                        << "";
     }
     void shouldSetExactlyTheNamedField()
     {

@@ -15,7 +15,10 @@ namespace {
 class TotalRows : public TableDataSource
 {
 public:
-    TotalRows(QString columnId, QString total) : column(std::move(columnId)), sum(std::move(total)) {}
+    TotalRows(QString columnId, QString total)
+        : column(std::move(columnId)),
+          sum(std::move(total))
+    { }
     int numberOfRowsInTableView() const override { return 3; }
     QString objectValueForTableColumn(const QString &columnId, int row) const override
     {
@@ -42,9 +45,14 @@ private Q_SLOTS:
         QTest::addColumn<QString>("moneyIn");
         QTest::addColumn<QString>("moneyOut");
         QTest::addColumn<QString>("difference");
-        QTest::newRow("more in than out") << "500.00" << "120.50" << "379.50";
-        QTest::newRow("more out than in") << "120.50" << "500.00" << "-379.50";
-        QTest::newRow("money in never reported") << QString() << "75.25" << "-75.25";
+        QTest::newRow("more in than out") << "500.00"
+                                          << "120.50"
+                                          << "379.50";
+        QTest::newRow("more out than in") << "120.50"
+                                          << "500.00"
+                                          << "-379.50";
+        QTest::newRow("money in never reported") << QString() << "75.25"
+                                                 << "-75.25";
     }
     void shouldSubtractMoneyOutFromMoneyIn()
     {

@@ -26,8 +26,10 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("format");
         QTest::addColumn<QString>("menu");
-        QTest::newRow("CSV") << "csv" << "exportCSVAction";
-        QTest::newRow("HTML") << "html" << "exportHTMLAction";
+        QTest::newRow("CSV") << "csv"
+                             << "exportCSVAction";
+        QTest::newRow("HTML") << "html"
+                              << "exportHTMLAction";
     }
     void shouldExportTheSameBytesAsTheContactsTab()
     {
@@ -39,12 +41,24 @@ private Q_SLOTS:
         QVERIFY(testlib::writeFile(
             platform::paths::bundleFile(QStringLiteral("contacts.xml")),
             testlib::plistOf("contacts",
-                             {{{"id", "3"}, {"company", "2"}, {"name", "Dee Fox"}, {"kind", "Company Contact"},
-                               {"add1", "Mill Lane"}, {"type", "Customer"}},
-                              {{"id", "1"}, {"company", "0"}, {"name", "Ann Lee"}, {"add1", "High St"},
-                               {"type", "Other"}, {"kind", "Individual"}},
-                              {{"id", "2"}, {"company", "0"}, {"name", "Acme"}, {"kind", "Company"},
-                               {"add1", "Mill Lane"}, {"type", "Supplier"}},
+                             {{{"id", "3"},
+                               {"company", "2"},
+                               {"name", "Dee Fox"},
+                               {"kind", "Company Contact"},
+                               {"add1", "Mill Lane"},
+                               {"type", "Customer"}},
+                              {{"id", "1"},
+                               {"company", "0"},
+                               {"name", "Ann Lee"},
+                               {"add1", "High St"},
+                               {"type", "Other"},
+                               {"kind", "Individual"}},
+                              {{"id", "2"},
+                               {"company", "0"},
+                               {"name", "Acme"},
+                               {"kind", "Company"},
+                               {"add1", "Mill Lane"},
+                               {"type", "Supplier"}},
                               {{"id", "4"}, {"company", "9"}, {"name", "Cy Dunn"}, {"kind", "Company Contact"}}})));
 
         const QString saved = TestEnvironment::current().root() + QStringLiteral("/contacts.") + format;

@@ -52,7 +52,8 @@ QList<QVariantMap> ordersInFile()
     return orders;
 }
 
-struct Program : testlib::FormDriver {
+struct Program : testlib::FormDriver
+{
     Quorvel quorvel;
     ApplicationWindows windows{quorvel};
     QWidget *form() override { return windows.orderEditorWindow(); }

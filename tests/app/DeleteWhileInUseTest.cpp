@@ -56,9 +56,11 @@ private Q_SLOTS:
         QVERIFY(testlib::readFile(exported).contains("\"INV10\",\"\",\"Kitchen\",\"Ann Lee\""));
         program.windows.terminate();
         QCOMPARE(testlib::recordOnDisk(QStringLiteral("orders.xml"), QStringLiteral("id"), QStringLiteral("10"))
-                     .value(QStringLiteral("contact")).toString(),
+                     .value(QStringLiteral("contact"))
+                     .toString(),
                  QStringLiteral("1"));
-        QVERIFY(testlib::recordOnDisk(QStringLiteral("contacts.xml"), QStringLiteral("id"), QStringLiteral("1")).isEmpty());
+        QVERIFY(
+            testlib::recordOnDisk(QStringLiteral("contacts.xml"), QStringLiteral("id"), QStringLiteral("1")).isEmpty());
     }
 
     void shouldFinishAnEditorWhoseRecordWasDeleted_data()
@@ -70,14 +72,34 @@ private Q_SLOTS:
         QTest::addColumn<QString>("file");
         QTest::addColumn<QString>("id");
         QTest::addColumn<int>("column");  // one that tells the rows apart
-        QTest::newRow("order") << "2" << "orderTableView" << 1 << "orderEditorWindow" << "orders.xml" << "11" << 0;
-        QTest::newRow("task") << "pro" << "actionTableView" << 0 << "taskEditorWindow" << "actions.xml" << "40" << 1;
-        QTest::newRow("item") << "3" << "itemTableView" << 1 << "itemEditorWindow" << "items.xml" << "21" << 0;
-        QTest::newRow("bill") << "pro2" << "billTableView" << 1 << "billEditorWindow" << "bills.xml" << "51" << 1;
-        QTest::newRow("contact") << "1" << "contactOutline" << 0 << "contactEditorWindow" << "contacts.xml" << "1" << 0;
-        QTest::newRow("company") << "1" << "contactOutline" << 1 << "companyEditorWindow" << "contacts.xml" << "2" << 0;
-        QTest::newRow("company's person")
-            << "1" << "contactOutline" << 2 << "companyContactEditorWindow" << "contacts.xml" << "3" << 0;
+        QTest::newRow("order") << "2"
+                               << "orderTableView" << 1 << "orderEditorWindow"
+                               << "orders.xml"
+                               << "11" << 0;
+        QTest::newRow("task") << "pro"
+                              << "actionTableView" << 0 << "taskEditorWindow"
+                              << "actions.xml"
+                              << "40" << 1;
+        QTest::newRow("item") << "3"
+                              << "itemTableView" << 1 << "itemEditorWindow"
+                              << "items.xml"
+                              << "21" << 0;
+        QTest::newRow("bill") << "pro2"
+                              << "billTableView" << 1 << "billEditorWindow"
+                              << "bills.xml"
+                              << "51" << 1;
+        QTest::newRow("contact") << "1"
+                                 << "contactOutline" << 0 << "contactEditorWindow"
+                                 << "contacts.xml"
+                                 << "1" << 0;
+        QTest::newRow("company") << "1"
+                                 << "contactOutline" << 1 << "companyEditorWindow"
+                                 << "contacts.xml"
+                                 << "2" << 0;
+        QTest::newRow("company's person") << "1"
+                                          << "contactOutline" << 2 << "companyContactEditorWindow"
+                                          << "contacts.xml"
+                                          << "3" << 0;
     }
     void shouldFinishAnEditorWhoseRecordWasDeleted()
     {

@@ -52,7 +52,8 @@ private Q_SLOTS:
     {
         Quorvel quorvel;
         MainWindow window(quorvel);
-        auto *accounts = window.tabWithIdentifier(QStringLiteral("pro2"))->findChild<QTabWidget *>(QStringLiteral("accountsTabView"));
+        auto *accounts = window.tabWithIdentifier(QStringLiteral("pro2"))
+                             ->findChild<QTabWidget *>(QStringLiteral("accountsTabView"));
         QVERIFY(accounts);
         QStringList identifiers;
         for (int i = 0; i < accounts->count(); ++i)
@@ -85,8 +86,8 @@ private Q_SLOTS:
         QVERIFY(index >= 0);
 
         // First a period of the other kind, so that the field has to change.
-        choosePeriod(periods, periods->findText(enabled ? QStringLiteral("Current calendar month")
-                                                        : QStringLiteral("1 Week")));
+        choosePeriod(periods,
+                     periods->findText(enabled ? QStringLiteral("Current calendar month") : QStringLiteral("1 Week")));
         QCOMPARE(from->isEnabled(), !enabled);
         choosePeriod(periods, index);
         QCOMPARE(periods->currentText(), period);

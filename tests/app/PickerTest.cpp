@@ -2,9 +2,9 @@
 #include "TestEnvironment.h"
 #include "TestMain.h"
 
-#include "store/Picker.h"
 #include "contacts/Contact.h"
 #include "reports/ReportItem.h"
+#include "store/Picker.h"
 
 #include <QRandomGenerator>
 #include <QSignalSpy>
@@ -24,7 +24,8 @@ std::shared_ptr<Contact> contact(const QString &name, const QString &add1, int i
 }
 
 // The caller's side: a collection of contacts and what the picker handed back.
-struct Caller {
+struct Caller
+{
     kdDataSource contacts;
     QList<dataObject *> received;
     int calls = 0;
@@ -53,8 +54,8 @@ void exchangeSort(std::vector<ReportItem *> &rows, int field, bool ascending)
     while (exchanged) {
         exchanged = false;
         for (size_t i = 0; i + 1 < rows.size(); ++i) {
-            const int comparison =
-                rows[i]->getnthField(field).compare(rows[i + 1]->getnthField(field), Qt::CaseInsensitive);
+            const int comparison
+                = rows[i]->getnthField(field).compare(rows[i + 1]->getnthField(field), Qt::CaseInsensitive);
             if ((ascending && comparison > 0) || (!ascending && comparison < 0)) {
                 std::swap(rows[i], rows[i + 1]);
                 exchanged = true;
@@ -129,8 +130,10 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("type");
         QTest::addColumn<QString>("title");
-        QTest::newRow("supplier") << "Supplier" << "Select Supplier";
-        QTest::newRow("placeholder-like word") << "%@ Task" << "Select %@ Task";
+        QTest::newRow("supplier") << "Supplier"
+                                  << "Select Supplier";
+        QTest::newRow("placeholder-like word") << "%@ Task"
+                                               << "Select %@ Task";
     }
     void shouldTitleTheWindowWithTheTypeWord()
     {
@@ -297,10 +300,12 @@ private Q_SLOTS:
         QTest::addColumn<QString>("columnId");
         QTest::addColumn<int>("clicks");
         QTest::addColumn<QStringList>("order");
-        QTest::newRow("first column ascending, numbers as text") << "1" << 1 << QStringList({"10", "9", "apple", "Banana", "cherry"});
+        QTest::newRow("first column ascending, numbers as text")
+            << "1" << 1 << QStringList({"10", "9", "apple", "Banana", "cherry"});
         QTest::newRow("first column descending") << "1" << 2 << QStringList({"cherry", "Banana", "apple", "9", "10"});
         QTest::newRow("second column ascending") << "2" << 1 << QStringList({"Banana", "apple", "10", "9", "cherry"});
-        QTest::newRow("unknown column leaves the order") << "x" << 1 << QStringList({"Banana", "10", "apple", "9", "cherry"});
+        QTest::newRow("unknown column leaves the order")
+            << "x" << 1 << QStringList({"Banana", "10", "apple", "9", "cherry"});
     }
     void shouldSortAsTextByTheClickedColumn()
     {

@@ -6,17 +6,17 @@
 #include "Preferences.h"
 #include "TestMain.h"
 
-#include "store/PrefsController.h"
+#include "accounts/widgets/BillEditorWindow.h"
 #include "app/Quorvel.h"
 #include "app/widgets/ApplicationWindows.h"
 #include "app/widgets/MainWindow.h"
 #include "app/widgets/PrefsWindow.h"
-#include "accounts/widgets/BillEditorWindow.h"
 #include "contacts/widgets/CompanyContactEditorWindow.h"
 #include "contacts/widgets/ContactEditorWindow.h"
 #include "items/widgets/ItemEditorWindow.h"
 #include "orders/widgets/OrderEditorWindow.h"
 #include "platform/Paths.h"
+#include "store/PrefsController.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -50,8 +50,8 @@ QString stored(const char *key)
 
 QWidget *windowNamed(const ApplicationWindows &windows, const QString &name)
 {
-    const QList<QWidget *> all{windows.mainWindow(),         windows.prefsWindow(),
-                               windows.orderEditorWindow(),  windows.itemEditorWindow(),
+    const QList<QWidget *> all{windows.mainWindow(),          windows.prefsWindow(),
+                               windows.orderEditorWindow(),   windows.itemEditorWindow(),
                                windows.contactEditorWindow(), windows.companyContactEditorWindow(),
                                windows.billEditorWindow()};
     for (QWidget *window : all) {
@@ -76,8 +76,7 @@ void open(const ApplicationWindows &windows, const QString &how)
         return;
     if (how == QLatin1String("linkToCompany")) {
         triggerMenu(windows, QStringLiteral("newContactAction"));
-        QTest::mouseClick(findNamed<QPushButton>(windows.contactEditorWindow(), "linkToCompanyButton"),
-                          Qt::LeftButton);
+        QTest::mouseClick(findNamed<QPushButton>(windows.contactEditorWindow(), "linkToCompanyButton"), Qt::LeftButton);
         return;
     }
     triggerMenu(windows, how);
@@ -119,7 +118,8 @@ QString shownText(QWidget *window, const QString &kind, const QString &name, int
 
 // Answers the welcome panel once it runs: notes which module boxes it shows
 // ticked, ticks those given, and presses Start.
-struct WelcomeAnswer {
+struct WelcomeAnswer
+{
     QStringList shownTicked;
     bool answered = false;
 
@@ -165,36 +165,60 @@ private Q_SLOTS:
         QTest::addColumn<QString>("shown");
         const QString main = QStringLiteral("mainWindow");
         const QString order = QStringLiteral("orderEditorWindow");
-        QTest::newRow("File menu: New Order") << "" << main << "action" << "newOrderAction" << -1 << "New Job";
-        QTest::newRow("File menu: New Item") << "" << main << "action" << "newItemAction" << -1 << "New Part";
-        QTest::newRow("toolbar: New Order") << "" << main << "action" << "orderItemIdentifier" << -1 << "New Job";
-        QTest::newRow("main window: orders tab") << "" << main << "tab" << "mainTabView" << 1 << "Jobs";
-        QTest::newRow("main window: stock tab") << "" << main << "tab" << "mainTabView" << 2 << "Parts";
-        QTest::newRow("preferences: orders tab")
-            << "preferencesAction" << "prefsWindow" << "tab" << "prefsTabView" << 1 << "Jobs";
-        QTest::newRow("preferences: items tab")
-            << "preferencesAction" << "prefsWindow" << "tab" << "prefsTabView" << 2 << "Parts";
-        QTest::newRow("order editor: title") << "newOrderAction" << order << "title" << "" << -1 << "Job";
-        QTest::newRow("order editor: stock button")
-            << "newOrderAction" << order << "button" << "pickMaterialButton" << -1 << "Select From Parts";
-        QTest::newRow("order editor: materials tab")
-            << "newOrderAction" << order << "tab" << "BOMTabView" << 2 << "Parts List";
-        QTest::newRow("order editor: materials heading")
-            << "newOrderAction" << order << "label" << "BOMTextField" << -1 << "Parts List";
+        QTest::newRow("File menu: New Order") << "" << main << "action"
+                                              << "newOrderAction" << -1 << "New Job";
+        QTest::newRow("File menu: New Item") << "" << main << "action"
+                                             << "newItemAction" << -1 << "New Part";
+        QTest::newRow("toolbar: New Order") << "" << main << "action"
+                                            << "orderItemIdentifier" << -1 << "New Job";
+        QTest::newRow("main window: orders tab") << "" << main << "tab"
+                                                 << "mainTabView" << 1 << "Jobs";
+        QTest::newRow("main window: stock tab") << "" << main << "tab"
+                                                << "mainTabView" << 2 << "Parts";
+        QTest::newRow("preferences: orders tab") << "preferencesAction"
+                                                 << "prefsWindow"
+                                                 << "tab"
+                                                 << "prefsTabView" << 1 << "Jobs";
+        QTest::newRow("preferences: items tab") << "preferencesAction"
+                                                << "prefsWindow"
+                                                << "tab"
+                                                << "prefsTabView" << 2 << "Parts";
+        QTest::newRow("order editor: title") << "newOrderAction" << order << "title"
+                                             << "" << -1 << "Job";
+        QTest::newRow("order editor: stock button") << "newOrderAction" << order << "button"
+                                                    << "pickMaterialButton" << -1 << "Select From Parts";
+        QTest::newRow("order editor: materials tab") << "newOrderAction" << order << "tab"
+                                                     << "BOMTabView" << 2 << "Parts List";
+        QTest::newRow("order editor: materials heading") << "newOrderAction" << order << "label"
+                                                         << "BOMTextField" << -1 << "Parts List";
         // Looked at before an order is opened: a new order's own status is
         // added to the menu when the user's list lacks it.
-        QTest::newRow("order editor: statuses") << "" << order << "menu" << "status" << -1 << "Quoted|Built|Paid";
-        QTest::newRow("item editor: title") << "" << "itemEditorWindow" << "title" << "" << -1 << "Part";
-        QTest::newRow("item editor opened: title")
-            << "newItemAction" << "itemEditorWindow" << "title" << "" << -1 << "Part";
-        QTest::newRow("contact editor: orders tab")
-            << "newContactAction" << "contactEditorWindow" << "tab" << "contactTabView" << 2 << "Jobs";
-        QTest::newRow("contact editor: lines tab")
-            << "newContactAction" << "contactEditorWindow" << "tab" << "contactTabView" << 3 << "Parts List";
-        QTest::newRow("company contact editor: orders tab")
-            << "linkToCompany" << "companyContactEditorWindow" << "tab" << "companyContactTabView" << 2 << "Jobs";
-        QTest::newRow("company contact editor: lines tab") << "linkToCompany" << "companyContactEditorWindow"
-                                                           << "tab" << "companyContactTabView" << 3 << "Parts List";
+        QTest::newRow("order editor: statuses") << "" << order << "menu"
+                                                << "status" << -1 << "Quoted|Built|Paid";
+        QTest::newRow("item editor: title") << ""
+                                            << "itemEditorWindow"
+                                            << "title"
+                                            << "" << -1 << "Part";
+        QTest::newRow("item editor opened: title") << "newItemAction"
+                                                   << "itemEditorWindow"
+                                                   << "title"
+                                                   << "" << -1 << "Part";
+        QTest::newRow("contact editor: orders tab") << "newContactAction"
+                                                    << "contactEditorWindow"
+                                                    << "tab"
+                                                    << "contactTabView" << 2 << "Jobs";
+        QTest::newRow("contact editor: lines tab") << "newContactAction"
+                                                   << "contactEditorWindow"
+                                                   << "tab"
+                                                   << "contactTabView" << 3 << "Parts List";
+        QTest::newRow("company contact editor: orders tab") << "linkToCompany"
+                                                            << "companyContactEditorWindow"
+                                                            << "tab"
+                                                            << "companyContactTabView" << 2 << "Jobs";
+        QTest::newRow("company contact editor: lines tab") << "linkToCompany"
+                                                           << "companyContactEditorWindow"
+                                                           << "tab"
+                                                           << "companyContactTabView" << 3 << "Parts List";
     }
     void shouldShowTheUsersWordsWhereverTheProgramNamesThem()
     {
@@ -261,8 +285,8 @@ private Q_SLOTS:
         QTest::addColumn<QStringList>("keys");  // time, accounts, data
         QTest::newRow("none") << QStringList() << QStringList{"NO", "NO", "NO"};
         QTest::newRow("time") << QStringList{"proTimeMmtButton2"} << QStringList{"YES", "NO", "NO"};
-        QTest::newRow("accounts and data") << QStringList{"proAccountMmtButton2", "proDataMmtButton2"}
-                                           << QStringList{"NO", "YES", "YES"};
+        QTest::newRow("accounts and data")
+            << QStringList{"proAccountMmtButton2", "proDataMmtButton2"} << QStringList{"NO", "YES", "YES"};
         QTest::newRow("all three") << QStringList{"proTimeMmtButton2", "proAccountMmtButton2", "proDataMmtButton2"}
                                    << QStringList{"YES", "YES", "YES"};
     }
@@ -310,8 +334,8 @@ private Q_SLOTS:
         const QStringList standard{"Enquiry", "Quote", "Order", "Invoiced", "Complete"};
         QTest::newRow("fresh folder, menu") << QString() << "preferencesAction" << standard;
         QTest::newRow("fresh folder, toolbar") << QString() << "prefsItemIdentifier" << standard;
-        QTest::newRow("statuses stored, no notepad")
-            << "Quoted\nBuilt" << "preferencesAction" << QStringList{"Quoted", "Built"};
+        QTest::newRow("statuses stored, no notepad") << "Quoted\nBuilt"
+                                                     << "preferencesAction" << QStringList{"Quoted", "Built"};
     }
     void shouldOfferTheStatusesForColouringBeforeAnythingWasSaved()
     {

@@ -1,8 +1,8 @@
 #include "Preferences.h"
 #include "TestMain.h"
 
-#include "store/PrefsController.h"
 #include "platform/Paths.h"
+#include "store/PrefsController.h"
 
 #include <QDir>
 #include <QFile>
@@ -64,7 +64,8 @@ private Q_SLOTS:
         QTest::addColumn<QString>("time");
         QTest::addColumn<QString>("welcome");
         QTest::newRow("time only") << QString() << false << 1 << "YES" << QString();
-        QTest::newRow("not again") << QString() << true << 1 << "YES" << "YES";
+        QTest::newRow("not again") << QString() << true << 1 << "YES"
+                                   << "YES";
         QTest::newRow("declined before") << "YES" << false << 0 << QString() << "YES";
     }
     void shouldStoreTheModulesTickedOnTheWelcomePanelOfAFirstStart()
@@ -101,19 +102,28 @@ private Q_SLOTS:
         QTest::addColumn<QString>("value");
         QTest::addColumn<QString>("read");
         QTest::newRow("order prefix") << "QuorvelOrderPrefix" << Getter(&PrefsController::getOrderPrefix) << "INV"
-                                      << "J-" << "J-";
+                                      << "J-"
+                                      << "J-";
         QTest::newRow("item prefix") << "QuorvelItemPrefix" << Getter(&PrefsController::getItemPrefix) << "ITM"
-                                     << "P" << "P";
+                                     << "P"
+                                     << "P";
         QTest::newRow("items word") << "QuorvelTermItems" << Getter(&PrefsController::getTermItems) << "Items"
-                                    << "Parts" << "Parts";
-        QTest::newRow("tax statement, trimmed") << "QuorvelTaxStatement" << Getter(&PrefsController::getTaxStatement)
-                                                << "" << " VAT  no. 12 \n" << "VAT  no. 12";
-        QTest::newRow("tax rate") << "QuorvelTaxRate"
-                                  << Getter([](const PrefsController &p) { return QString::number(p.getGlobalTaxRate()); })
-                                  << "20" << "17.5%" << "17.5";
-        QTest::newRow("contact types") << "QuorvelContactTypes"
-                                       << Getter([](const PrefsController &p) { return p.getContactTypeList()->join(u'|'); })
-                                       << "Customer|Supplier|Other" << "Trade\nPublic" << "Trade|Public";
+                                    << "Parts"
+                                    << "Parts";
+        QTest::newRow("tax statement, trimmed")
+            << "QuorvelTaxStatement" << Getter(&PrefsController::getTaxStatement) << ""
+            << " VAT  no. 12 \n"
+            << "VAT  no. 12";
+        QTest::newRow("tax rate") << "QuorvelTaxRate" << Getter([](const PrefsController &p) {
+            return QString::number(p.getGlobalTaxRate());
+        }) << "20"
+                                  << "17.5%"
+                                  << "17.5";
+        QTest::newRow("contact types") << "QuorvelContactTypes" << Getter([](const PrefsController &p) {
+            return p.getContactTypeList()->join(u'|');
+        }) << "Customer|Supplier|Other"
+                                       << "Trade\nPublic"
+                                       << "Trade|Public";
     }
     void shouldFillAFieldFromItsStoredValueAndKeepTheDefaultWithoutOne()
     {
@@ -139,9 +149,12 @@ private Q_SLOTS:
         QTest::addColumn<QString>("label");
         QTest::addColumn<QString>("format");
         QTest::addColumn<bool>("uk");
-        QTest::newRow("month first") << QVariant(QStringLiteral("1")) << "mm/dd/yy" << "%m/%d/%y" << false;
-        QTest::newRow("day first") << QVariant(QStringLiteral("0")) << "dd/mm/yy" << "%d/%m/%y" << true;
-        QTest::newRow("absent") << QVariant() << "dd/mm/yy" << "%d/%m/%y" << true;
+        QTest::newRow("month first") << QVariant(QStringLiteral("1")) << "mm/dd/yy"
+                                     << "%m/%d/%y" << false;
+        QTest::newRow("day first") << QVariant(QStringLiteral("0")) << "dd/mm/yy"
+                                   << "%d/%m/%y" << true;
+        QTest::newRow("absent") << QVariant() << "dd/mm/yy"
+                                << "%d/%m/%y" << true;
     }
     void shouldApplyTheStoredDateFormat()
     {
@@ -226,8 +239,9 @@ private Q_SLOTS:
         QCOMPARE(stored(QStringLiteral("QuorvelDataMmt")), QStringLiteral("YES"));
         QCOMPARE(stored(QStringLiteral("QuorvelTimeMmt")), QStringLiteral("NO"));
         QCOMPARE(stored(QStringLiteral("QuorvelStatuses")), QStringLiteral("Open\nShut"));
-        for (const char *key : {"TaxRate", "Currency", "OrderPrefix", "ItemPrefix", "StockWarn", "TermOrder", "TermOrders",
-                                "TermItem", "TermItems", "TermBOM", "InvoiceCategories", "ContactTypes", "AccountMmt"})
+        for (const char *key :
+             {"TaxRate", "Currency", "OrderPrefix", "ItemPrefix", "StockWarn", "TermOrder", "TermOrders", "TermItem",
+              "TermItems", "TermBOM", "InvoiceCategories", "ContactTypes", "AccountMmt"})
             QVERIFY2(preferences().contains(QLatin1String("Quorvel") + QLatin1String(key)), key);
         QVERIFY(QFile::exists(platform::paths::bundleDir() + QStringLiteral("/notepad.rtfd")));
         QCOMPARE(prefs.statusColourAssignmentPopUpButton->itemTitles(), QStringList({"Open", "Shut"}));
@@ -264,8 +278,9 @@ private Q_SLOTS:
     {
         QFETCH(QString, status);
         QFETCH(QStringList, statuses);
-        store(QStringLiteral("QuorvelFlagColours"),
-              QVariantList{flag("Quote", "1.0", "0", "0"), flag("Order", "0", "1.0", "0"), flag("Quote", "0", "0", "1")});
+        store(
+            QStringLiteral("QuorvelFlagColours"),
+            QVariantList{flag("Quote", "1.0", "0", "0"), flag("Order", "0", "1.0", "0"), flag("Quote", "0", "0", "1")});
         PrefsController prefs;
         QVERIFY(prefs.colourForStatus(status) != RgbaColour({0.5f, 0.25f, 1, 1}));
         prefs.statusColourAssignmentPopUpButton->addItems({"Quote", "Order", "Invoiced"});

@@ -5,7 +5,6 @@
 #include "TestEnvironment.h"
 #include "TestMain.h"
 
-#include "store/PrefsController.h"
 #include "app/Quorvel.h"
 #include "app/widgets/ApplicationWindows.h"
 #include "app/widgets/MainToolBar.h"
@@ -17,6 +16,7 @@
 #include "orders/Order.h"
 #include "orders/OrderManager.h"
 #include "platform/Paths.h"
+#include "store/PrefsController.h"
 
 #include <QAction>
 #include <QApplication>
@@ -131,7 +131,8 @@ private Q_SLOTS:
         QVERIFY(QFileInfo::exists(platform::paths::bundleFile(QStringLiteral("notepad.rtfd"))));
 
         // Three orders; a search narrows the list, and one is deleted from the keyboard.
-        for (const auto &[number, title] : {std::pair{"INV1", "Kitchen"}, {"INV2", "Kitchen sink"}, {"JOB3", "Garden"}}) {
+        for (const auto &[number, title] :
+             {std::pair{"INV1", "Kitchen"}, {"INV2", "Kitchen sink"}, {"JOB3", "Garden"}}) {
             auto order = std::make_shared<Order>();
             order->setOrderNum(QLatin1String(number));
             order->setTitle(QLatin1String(title));
@@ -184,7 +185,8 @@ private Q_SLOTS:
         MainWindow *window = windows.mainWindow();
 
         QCOMPARE(quorvel.getOrderManager()->getCount(), 2);
-        QVERIFY(windows.notepadWindow()->findChild<QTextEdit *>(QStringLiteral("notepadView"))
+        QVERIFY(windows.notepadWindow()
+                    ->findChild<QTextEdit *>(QStringLiteral("notepadView"))
                     ->toPlainText()
                     .contains(QStringLiteral("Ring the printer man")));
         QVERIFY(quorvel.hasTime() && !quorvel.hasData() && !quorvel.hasAccounts());

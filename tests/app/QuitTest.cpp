@@ -28,8 +28,8 @@ using testlib::TestEnvironment;
 
 namespace {
 
-const char *const bundleFiles[] = {"contacts.xml", "orders.xml",  "items.xml",
-                                   "itemsordered.xml", "bills.xml", "actions.xml"};
+const char *const bundleFiles[]
+    = {"contacts.xml", "orders.xml", "items.xml", "itemsordered.xml", "bills.xml", "actions.xml"};
 
 // Runs the event loop until something ends it; a loop nothing ends is ended
 // after `limit` with the code 99.

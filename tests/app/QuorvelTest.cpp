@@ -6,7 +6,6 @@
 
 #include "accounts/Bill.h"
 #include "accounts/BillManager.h"
-#include "store/PrefsController.h"
 #include "app/Quorvel.h"
 #include "checkout/CheckoutManager.h"
 #include "contacts/Contact.h"
@@ -20,6 +19,7 @@
 #include "platform/Paths.h"
 #include "reports/ReportItem.h"
 #include "reports/ReportManager.h"
+#include "store/PrefsController.h"
 #include "tasks/Action.h"
 #include "tasks/ActionManager.h"
 
@@ -101,14 +101,23 @@ private Q_SLOTS:
         QTest::addColumn<QString>("accounts");
         QTest::addColumn<QString>("expected");
         const QString head = QStringLiteral("print delete edit company contact order ");
-        QTest::newRow("every module") << "YES" << "YES" << "YES"
-                                      << head + "bill todo item pad html csv checkout prefs help";
-        QTest::newRow("only time") << "YES" << "NO" << "NO" << head + "todo item pad checkout prefs help";
-        QTest::newRow("only accounts") << "NO" << "NO" << "YES" << head + "bill item pad checkout prefs help";
-        QTest::newRow("only data") << "NO" << "YES" << "NO" << head + "item pad html csv checkout prefs help";
-        QTest::newRow("none") << "NO" << "NO" << "NO" << head + "item pad checkout prefs help";
-        QTest::newRow("absent keys count as on") << QString() << QString() << QString()
-                                                 << head + "bill todo item pad html csv checkout prefs help";
+        QTest::newRow("every module") << "YES"
+                                      << "YES"
+                                      << "YES" << head + "bill todo item pad html csv checkout prefs help";
+        QTest::newRow("only time") << "YES"
+                                   << "NO"
+                                   << "NO" << head + "todo item pad checkout prefs help";
+        QTest::newRow("only accounts") << "NO"
+                                       << "NO"
+                                       << "YES" << head + "bill item pad checkout prefs help";
+        QTest::newRow("only data") << "NO"
+                                   << "YES"
+                                   << "NO" << head + "item pad html csv checkout prefs help";
+        QTest::newRow("none") << "NO"
+                              << "NO"
+                              << "NO" << head + "item pad checkout prefs help";
+        QTest::newRow("absent keys count as on")
+            << QString() << QString() << QString() << head + "bill todo item pad html csv checkout prefs help";
     }
     void shouldListTheToolbarItemsForTheModulesThatAreOn()
     {
@@ -155,9 +164,15 @@ private Q_SLOTS:
         QTest::addColumn<QString>("identifier");
         QTest::addColumn<QString>("image");
         QTest::addColumn<QString>("line");
-        QTest::newRow("task") << "todoItemIdentifier" << "eggtimer" << "Image todo not found.";
-        QTest::newRow("edit") << "editItemIdentifier" << "edit" << "Image Edit not found.";
-        QTest::newRow("order") << "orderItemIdentifier" << "new" << "Image new not found.";
+        QTest::newRow("task") << "todoItemIdentifier"
+                              << "eggtimer"
+                              << "Image todo not found.";
+        QTest::newRow("edit") << "editItemIdentifier"
+                              << "edit"
+                              << "Image Edit not found.";
+        QTest::newRow("order") << "orderItemIdentifier"
+                               << "new"
+                               << "Image new not found.";
     }
     void shouldPrintAFixedLineAndLeaveTheItemInertWhenItsImageIsMissing()
     {
@@ -179,14 +194,38 @@ private Q_SLOTS:
         QTest::addColumn<QString>("accountsTab");
         QTest::addColumn<QString>("dataSource");
         QTest::addColumn<QString>("view");
-        QTest::newRow("contacts") << "1" << "1" << "contacts" << "contacts";
-        QTest::newRow("orders") << "2" << "1" << "orders" << "orders";
-        QTest::newRow("stock") << "3" << "1" << "items" << "items";
-        QTest::newRow("tasks") << "pro" << "1" << "tasks" << "tasks";
-        QTest::newRow("accounts, money out") << "pro2" << "1" << "bills" << "bills";
-        QTest::newRow("accounts, money in") << "pro2" << "2" << "none" << "money in";
-        QTest::newRow("accounts, statement") << "pro2" << "3" << "none" << "statement";
-        QTest::newRow("reports") << "pro3" << "1" << "reports" << "reports";
+        QTest::newRow("contacts") << "1"
+                                  << "1"
+                                  << "contacts"
+                                  << "contacts";
+        QTest::newRow("orders") << "2"
+                                << "1"
+                                << "orders"
+                                << "orders";
+        QTest::newRow("stock") << "3"
+                               << "1"
+                               << "items"
+                               << "items";
+        QTest::newRow("tasks") << "pro"
+                               << "1"
+                               << "tasks"
+                               << "tasks";
+        QTest::newRow("accounts, money out") << "pro2"
+                                             << "1"
+                                             << "bills"
+                                             << "bills";
+        QTest::newRow("accounts, money in") << "pro2"
+                                            << "2"
+                                            << "none"
+                                            << "money in";
+        QTest::newRow("accounts, statement") << "pro2"
+                                             << "3"
+                                             << "none"
+                                             << "statement";
+        QTest::newRow("reports") << "pro3"
+                                 << "1"
+                                 << "reports"
+                                 << "reports";
     }
     void shouldFindTheFrontDataSourceAndViewOfEachTab()
     {
@@ -195,14 +234,13 @@ private Q_SLOTS:
         QFETCH(QString, dataSource);
         QFETCH(QString, view);
         Quorvel quorvel;
-        const QMap<QString, TableDataSource *> sources{
-            {QStringLiteral("contacts"), quorvel.getContactManager()},
-            {QStringLiteral("orders"), quorvel.getOrderManager()},
-            {QStringLiteral("items"), quorvel.getItemManager()},
-            {QStringLiteral("tasks"), quorvel.getActionManager()},
-            {QStringLiteral("bills"), quorvel.getBillManager()},
-            {QStringLiteral("reports"), quorvel.getReportManager()},
-            {QStringLiteral("none"), nullptr}};
+        const QMap<QString, TableDataSource *> sources{{QStringLiteral("contacts"), quorvel.getContactManager()},
+                                                       {QStringLiteral("orders"), quorvel.getOrderManager()},
+                                                       {QStringLiteral("items"), quorvel.getItemManager()},
+                                                       {QStringLiteral("tasks"), quorvel.getActionManager()},
+                                                       {QStringLiteral("bills"), quorvel.getBillManager()},
+                                                       {QStringLiteral("reports"), quorvel.getReportManager()},
+                                                       {QStringLiteral("none"), nullptr}};
         const QMap<QString, Outlet *> views{
             {QStringLiteral("contacts"), quorvel.getContactManager()->getCompanyOutline()},
             {QStringLiteral("orders"), quorvel.getOrderManager()->getTableView()},
@@ -241,27 +279,33 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("list");
         QTest::addColumn<QString>("question");
-        QTest::newRow("orders") << "orders" << "Delete Order";
-        QTest::newRow("contacts") << "contacts" << "Delete contact";
-        QTest::newRow("tasks") << "tasks" << "Delete Task";
-        QTest::newRow("items") << "items" << "Delete Item";
-        QTest::newRow("bills") << "bills" << "Delete Bill";
-        QTest::newRow("bill of materials: not served") << "materials" << "";
-        QTest::newRow("reports: not served") << "reports" << "";
+        QTest::newRow("orders") << "orders"
+                                << "Delete Order";
+        QTest::newRow("contacts") << "contacts"
+                                  << "Delete contact";
+        QTest::newRow("tasks") << "tasks"
+                               << "Delete Task";
+        QTest::newRow("items") << "items"
+                               << "Delete Item";
+        QTest::newRow("bills") << "bills"
+                               << "Delete Bill";
+        QTest::newRow("bill of materials: not served") << "materials"
+                                                       << "";
+        QTest::newRow("reports: not served") << "reports"
+                                             << "";
     }
     void shouldSendDeleteToTheManagerWhoseTableHasFocus()
     {
         QFETCH(QString, list);
         QFETCH(QString, question);
         Quorvel quorvel;
-        const QMap<QString, kdDataSource *> managers{
-            {QStringLiteral("orders"), quorvel.getOrderManager()},
-            {QStringLiteral("contacts"), quorvel.getContactManager()},
-            {QStringLiteral("tasks"), quorvel.getActionManager()},
-            {QStringLiteral("items"), quorvel.getItemManager()},
-            {QStringLiteral("bills"), quorvel.getBillManager()},
-            {QStringLiteral("materials"), quorvel.getBOMManager()},
-            {QStringLiteral("reports"), quorvel.getReportManager()}};
+        const QMap<QString, kdDataSource *> managers{{QStringLiteral("orders"), quorvel.getOrderManager()},
+                                                     {QStringLiteral("contacts"), quorvel.getContactManager()},
+                                                     {QStringLiteral("tasks"), quorvel.getActionManager()},
+                                                     {QStringLiteral("items"), quorvel.getItemManager()},
+                                                     {QStringLiteral("bills"), quorvel.getBillManager()},
+                                                     {QStringLiteral("materials"), quorvel.getBOMManager()},
+                                                     {QStringLiteral("reports"), quorvel.getReportManager()}};
         kdDataSource *manager = managers.value(list);
         // Records of the list's own kind.
         const QMap<QString, std::function<std::shared_ptr<dataObject>()>> makers{
@@ -396,8 +440,8 @@ private Q_SLOTS:
         QCOMPARE(settings.value(QStringLiteral("QuorvelTaxRate")).toString(), QStringLiteral("17.5"));
         QCOMPARE(settings.value(QStringLiteral("QuorvelTimeMmt")).toString(), QStringLiteral("NO"));
         QStringList written = fileNamesIn(platform::paths::bundleDir());
-        for (const char *name : {"contacts.xml", "orders.xml", "items.xml", "itemsordered.xml", "bills.xml",
-                                 "actions.xml"})
+        for (const char *name :
+             {"contacts.xml", "orders.xml", "items.xml", "itemsordered.xml", "bills.xml", "actions.xml"})
             QVERIFY2(written.contains(QLatin1String(name)), name);
         QFile contacts(platform::paths::bundleFile(QStringLiteral("contacts.xml")));
         QVERIFY(contacts.open(QIODevice::ReadOnly));
@@ -436,8 +480,9 @@ private Q_SLOTS:
         const auto alerts = TestEnvironment::current().alertsShown();
         QVERIFY(!alerts.isEmpty());
         QCOMPARE(alerts.last().message, QStringLiteral("Import Quorvel Database"));
-        QCOMPARE(alerts.last().informativeText,
-                 QStringLiteral("An earlier version of Quorvel (v1.x) has been found. Do you want to import the data?"));
+        QCOMPARE(
+            alerts.last().informativeText,
+            QStringLiteral("An earlier version of Quorvel (v1.x) has been found. Do you want to import the data?"));
         QCOMPARE(alerts.last().defaultButton, QStringLiteral("OK"));
         QCOMPARE(alerts.last().alternateButton, QStringLiteral("Cancel"));
 
@@ -455,9 +500,12 @@ private Q_SLOTS:
         QTest::addColumn<bool>("html");
         QTest::addColumn<QString>("chosen");
         QTest::addColumn<QString>("written");
-        QTest::newRow("csv, extension added") << false << "sales" << "sales.csv";
-        QTest::newRow("csv, extension kept") << false << "sales.csv" << "sales.csv";
-        QTest::newRow("html") << true << "page" << "page.html";
+        QTest::newRow("csv, extension added") << false << "sales"
+                                              << "sales.csv";
+        QTest::newRow("csv, extension kept") << false << "sales.csv"
+                                             << "sales.csv";
+        QTest::newRow("html") << true << "page"
+                              << "page.html";
     }
     void shouldExportTheFrontTableToTheChosenFile()
     {
@@ -483,8 +531,8 @@ private Q_SLOTS:
         const QByteArray bytes = file.readAll();
         if (html) {
             QVERIFY(bytes.startsWith("\xff\xfe"));
-            const QString page = QString::fromUtf16(reinterpret_cast<const char16_t *>(bytes.constData() + 2),
-                                                    (bytes.size() - 2) / 2);
+            const QString page
+                = QString::fromUtf16(reinterpret_cast<const char16_t *>(bytes.constData() + 2), (bytes.size() - 2) / 2);
             QVERIFY(page.startsWith(QStringLiteral("<html><head><title>Data Export from Quorvel</title><body>")));
             QVERIFY(page.contains(QStringLiteral(">Ann</td>")));
         } else {
@@ -536,7 +584,7 @@ private Q_SLOTS:
         Quorvel quorvel;
         showTab(quorvel, QStringLiteral("2"));
         const QString path = TestEnvironment::current().root() + QStringLiteral("/no/such/folder/out.")
-                             + (html ? QStringLiteral("html") : QStringLiteral("csv"));
+            + (html ? QStringLiteral("html") : QStringLiteral("csv"));
         TestEnvironment::current().scriptFilePanelAnswers({path});
         QVERIFY(!(html ? quorvel.exportHTMLMenuItem() : quorvel.exportCSVMenuItem()));
         QCOMPARE(TestEnvironment::current().logLines(), QStringList{line.arg(path)});

@@ -53,15 +53,35 @@ private Q_SLOTS:
         QTest::addColumn<QString>("file");
         QTest::addColumn<QString>("field");
         QTest::addColumn<QString>("value");
-        QTest::newRow("order") << "2" << "orderTableView" << 1 << "Undo Delete Order INV11" << "orders.xml" << "id" << "11";
-        QTest::newRow("contact with orders") << "1" << "contactOutline" << 0 << "Undo Delete Contact Ann Lee"
-                                             << "contacts.xml" << "id" << "1";
-        QTest::newRow("company") << "1" << "contactOutline" << 1 << "Undo Delete Company Acme" << "contacts.xml"
-                                 << "id" << "2";
-        QTest::newRow("item") << "3" << "itemTableView" << 0 << "Undo Delete Item Bolt" << "items.xml" << "id" << "20";
-        QTest::newRow("task") << "pro" << "actionTableView" << 1 << "Undo Delete Task Order glass" << "actions.xml"
-                              << "id" << "41";
-        QTest::newRow("bill") << "pro2" << "billTableView" << 0 << "Undo Delete Bill Rent" << "bills.xml" << "id"
+        QTest::newRow("order") << "2"
+                               << "orderTableView" << 1 << "Undo Delete Order INV11"
+                               << "orders.xml"
+                               << "id"
+                               << "11";
+        QTest::newRow("contact with orders") << "1"
+                                             << "contactOutline" << 0 << "Undo Delete Contact Ann Lee"
+                                             << "contacts.xml"
+                                             << "id"
+                                             << "1";
+        QTest::newRow("company") << "1"
+                                 << "contactOutline" << 1 << "Undo Delete Company Acme"
+                                 << "contacts.xml"
+                                 << "id"
+                                 << "2";
+        QTest::newRow("item") << "3"
+                              << "itemTableView" << 0 << "Undo Delete Item Bolt"
+                              << "items.xml"
+                              << "id"
+                              << "20";
+        QTest::newRow("task") << "pro"
+                              << "actionTableView" << 1 << "Undo Delete Task Order glass"
+                              << "actions.xml"
+                              << "id"
+                              << "41";
+        QTest::newRow("bill") << "pro2"
+                              << "billTableView" << 0 << "Undo Delete Bill Rent"
+                              << "bills.xml"
+                              << "id"
                               << "50";
     }
     void shouldBringBackARecordOfAnyList()
@@ -111,12 +131,14 @@ private Q_SLOTS:
         QCOMPARE(Program::cell(orders, 0, 0), QStringLiteral("INV10"));
         QCOMPARE(testlib::readFile(attachments + QStringLiteral("/plan.txt")), QByteArray("a plan"));
         QCOMPARE(testlib::recordOnDisk(QStringLiteral("orders.xml"), QStringLiteral("id"), QStringLiteral("10"))
-                     .value(QStringLiteral("contact")).toString(),
+                     .value(QStringLiteral("contact"))
+                     .toString(),
                  QStringLiteral("1"));
         // Its lines never left; opened again, the order shows them.
         orders->selectRow(0);
         program.window()->findChild<QAction *>(QStringLiteral("editAction"))->trigger();
-        auto *lines = program.windows.orderEditorWindow()->findChild<QTableView *>(QStringLiteral("materialsTableView"));
+        auto *lines
+            = program.windows.orderEditorWindow()->findChild<QTableView *>(QStringLiteral("materialsTableView"));
         QCOMPARE(lines->model()->rowCount(), 2);
     }
 
@@ -144,10 +166,12 @@ private Q_SLOTS:
         QCOMPARE(Program::cell(lines, 0, 0), QStringLiteral("Bolt"));
         QCOMPARE(bolt->getQty(), QStringLiteral("10"));
         QCOMPARE(testlib::recordOnDisk(QStringLiteral("items.xml"), QStringLiteral("id"), QStringLiteral("20"))
-                     .value(QStringLiteral("qty")).toString(),
+                     .value(QStringLiteral("qty"))
+                     .toString(),
                  QStringLiteral("10"));
         QCOMPARE(testlib::recordOnDisk(QStringLiteral("itemsordered.xml"), QStringLiteral("id"), QStringLiteral("30"))
-                     .value(QStringLiteral("item")).toString(),
+                     .value(QStringLiteral("item"))
+                     .toString(),
                  QStringLiteral("Bolt"));
     }
 
@@ -160,7 +184,8 @@ private Q_SLOTS:
         program.windows.terminate();
         QVERIFY(!undo(program)->isEnabled());
         QVERIFY(!QFileInfo::exists(platform::paths::bundleFile(QStringLiteral("Deleted Attachments"))));
-        QVERIFY(testlib::recordOnDisk(QStringLiteral("orders.xml"), QStringLiteral("id"), QStringLiteral("10")).isEmpty());
+        QVERIFY(
+            testlib::recordOnDisk(QStringLiteral("orders.xml"), QStringLiteral("id"), QStringLiteral("10")).isEmpty());
     }
 };
 

@@ -7,11 +7,11 @@
 #include "TestMain.h"
 
 #include "accounts/BillManager.h"
-#include "store/PrefsController.h"
 #include "app/Quorvel.h"
 #include "platform/Clock.h"
 #include "platform/Paths.h"
 #include "reports/ReportManager.h"
+#include "store/PrefsController.h"
 
 #include <QDir>
 #include <QSettings>
@@ -34,7 +34,8 @@ class AccountsCommandTest : public QObject
 
     CliResult run(const QStringList &arguments) const
     {
-        return testlib::runCli(QStringList{QStringLiteral("--data-dir"), support, QStringLiteral("accounts")} + arguments,
+        return testlib::runCli(QStringList{QStringLiteral("--data-dir"), support, QStringLiteral("accounts")}
+                                   + arguments,
                                TestEnvironment::current().homeDir());
     }
 
@@ -52,16 +53,36 @@ class AccountsCommandTest : public QObject
                                  {"3", "Post office", "B3", "Postage", "08/03/08", "7"},
                                  {"4", "Rent Co", "B4", "Rent", "09/03/08", "450"}};
         for (const auto &row : rows)
-            bills.append(testlib::PlistRecord{{"id", row[0]}, {"name", row[1]}, {"number", row[2]},
-                                              {"category", row[3]}, {"datepaid", row[4]}, {"amount", row[5]}});
+            bills.append(testlib::PlistRecord{{"id", row[0]},
+                                              {"name", row[1]},
+                                              {"number", row[2]},
+                                              {"category", row[3]},
+                                              {"datepaid", row[4]},
+                                              {"amount", row[5]}});
         writeFile(bundle() + QStringLiteral("/bills.xml"), plistOf("bills", bills));
         writeFile(bundle() + QStringLiteral("/orders.xml"),
-                  plistOf("orders", {{{"id", "1"}, {"contact", "1"}, {"title", "Kitchen"}, {"deposit", "100"},
-                                      {"depositpaid", "01/03/08"}, {"balance", "400"}, {"balancepaid", "08/03/08"}},
-                                     {{"id", "2"}, {"contact", "1"}, {"title", "Garden"}, {"deposit", "50"},
-                                      {"depositpaid", "07/03/08"}, {"balance", "20"}, {"balancepaid", ""}},
-                                     {{"id", "3"}, {"contact", "1"}, {"title", "Roof"}, {"deposit", "10"},
-                                      {"depositpaid", "28/02/08"}, {"balance", "0"}, {"balancepaid", ""}}}));
+                  plistOf("orders",
+                          {{{"id", "1"},
+                            {"contact", "1"},
+                            {"title", "Kitchen"},
+                            {"deposit", "100"},
+                            {"depositpaid", "01/03/08"},
+                            {"balance", "400"},
+                            {"balancepaid", "08/03/08"}},
+                           {{"id", "2"},
+                            {"contact", "1"},
+                            {"title", "Garden"},
+                            {"deposit", "50"},
+                            {"depositpaid", "07/03/08"},
+                            {"balance", "20"},
+                            {"balancepaid", ""}},
+                           {{"id", "3"},
+                            {"contact", "1"},
+                            {"title", "Roof"},
+                            {"deposit", "10"},
+                            {"depositpaid", "28/02/08"},
+                            {"balance", "0"},
+                            {"balancepaid", ""}}}));
     }
 
     // What the accounts tab of the program exports after the user chose the
@@ -83,7 +104,8 @@ class AccountsCommandTest : public QObject
         quorvel.mainWindow->makeKeyAndOrderFront();
         quorvel.mainTabView->selectTabViewItemWithIdentifier(QStringLiteral("pro2"));
         quorvel.accountsTabView->selectTabViewItemWithIdentifier(tab);
-        const QString path = TestEnvironment::current().root() + (csv ? QStringLiteral("/tab.csv") : QStringLiteral("/tab.html"));
+        const QString path
+            = TestEnvironment::current().root() + (csv ? QStringLiteral("/tab.csv") : QStringLiteral("/tab.html"));
         TestEnvironment::current().scriptFilePanelAnswers({path});
         if (!(csv ? quorvel.exportCSVMenuItem() : quorvel.exportHTMLMenuItem()))
             return {};
@@ -116,30 +138,53 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("shows");
         const QStringList week{"--period", "1 Week", "--from", "01/03/08"};
         QTest::newRow("a week of bills, both ends included")
-            << week << "1 Week" << "01/03/08" << "" << "1" << false
+            << week << "1 Week"
+            << "01/03/08"
+            << ""
+            << "1" << false
             << QByteArray("\"Date Paid\",\"Paid To\",\"Number\",\"Category\",\"Amount\"\r"
                           "\"01/03/08\",\"Parts Ltd\",\"B2\",\"Stock\",\"99.5\"\r"
                           "\"08/03/08\",\"Post office\",\"B3\",\"Postage\",\"7\"\r"
                           "\"\",\"\",\"\",\"\",\"_____\"\r\"\",\"\",\"\",\"\",\"106.50\"\r");
         QTest::newRow("a week of money in, the last day left out")
-            << week + QStringList{"--table", "moneyin"} << "1 Week" << "01/03/08" << "" << "2" << false
+            << week + QStringList{"--table", "moneyin"} << "1 Week"
+            << "01/03/08"
+            << ""
+            << "2" << false
             << QByteArray("\"Name\",\"Received\",\"Datepaid\"\r\"Kitchen\",\"100\",\"01/03/08\"\r"
                           "\"Garden\",\"50\",\"07/03/08\"\r\"\",\"_____\",\"\"\r\"\",\"150.00\",\"\"\r");
         QTest::newRow("everything, thousands separators summed")
-            << QStringList{} << "All" << "" << "" << "1" << false << QByteArray("\"\",\"\",\"\",\"\",\"1757.00\"\r");
-        QTest::newRow("a search") << QStringList{"--search", "RENT"} << "All" << "" << "RENT" << "1" << false
+            << QStringList{} << "All"
+            << ""
+            << ""
+            << "1" << false << QByteArray("\"\",\"\",\"\",\"\",\"1757.00\"\r");
+        QTest::newRow("a search") << QStringList{"--search", "RENT"} << "All"
+                                  << ""
+                                  << "RENT"
+                                  << "1" << false
                                   << QByteArray("\"Acme\",\"B1\",\"Rent\",\"1,200.50\"\r\"09/03/08\",\"Rent Co\"");
         QTest::newRow("statement with more out than in")
-            << QStringList{"--table", "statement"} << "All" << "" << "" << "3" << false
+            << QStringList{"--table", "statement"} << "All"
+            << ""
+            << ""
+            << "3" << false
             << QByteArray("\"Money In\",\"560.00\"\r\"Money Out\",\"1757.00\"\r\"\",\"_____\"\r\"\",\"-1197.00\"\r");
         QTest::newRow("html") << week + QStringList{"--table", "statement", "--format", "html"} << "1 Week"
-                              << "01/03/08" << "" << "3" << false << QByteArray("\xff\xfe<\0h\0t\0m\0l\0", 12);
+                              << "01/03/08"
+                              << ""
+                              << "3" << false << QByteArray("\xff\xfe<\0h\0t\0m\0l\0", 12);
         QTest::newRow("last calendar month, its end keeping the time of now")
-            << QStringList{"--period", "Last calendar month"} << "Last calendar month" << "" << "" << "1" << false
+            << QStringList{"--period", "Last calendar month"} << "Last calendar month"
+            << ""
+            << ""
+            << "1" << false
             << QByteArray("\"29/02/08\",\"Acme\",\"B1\",\"Rent\",\"1,200.50\"\r"
                           "\"01/03/08\",\"Parts Ltd\",\"B2\",\"Stock\",\"99.5\"\r\"\",\"\",\"\",\"\",\"_____\"\r");
         QTest::newRow("start date month first")
-            << QStringList{"--period", "1 Month", "--from", "01/03/08"} << "1 Month" << "01/03/08" << "" << "1" << true
+            << QStringList{"--period", "1 Month", "--from", "01/03/08"} << "1 Month"
+            << "01/03/08"
+            << ""
+            << "1" << true
             << QByteArray("\"01/03/08\",\"Parts Ltd\",\"B2\",\"Stock\",\"99.5\"\r\"\",\"\",\"\",\"\",\"_____\"\r"
                           "\"\",\"\",\"\",\"\",\"99.50\"\r");
     }
@@ -184,21 +229,24 @@ private Q_SLOTS:
         makeDatabase();
         const CliResult result = run({"--columns", "name=Payee,amount,details"});
         QCOMPARE(result.code, 0);
-        QCOMPARE(result.out, QByteArray("\"Payee\",\"Amount\",\"details\"\r\"Acme\",\"1,200.50\",\"29/02/08\"\r"
-                                        "\"Parts Ltd\",\"99.5\",\"01/03/08\"\r\"Post office\",\"7\",\"08/03/08\"\r"
-                                        "\"Rent Co\",\"450\",\"09/03/08\"\r\"\",\"_____\",\"\"\r\"\",\"1757.00\",\"\"\r"));
+        QCOMPARE(result.out,
+                 QByteArray("\"Payee\",\"Amount\",\"details\"\r\"Acme\",\"1,200.50\",\"29/02/08\"\r"
+                            "\"Parts Ltd\",\"99.5\",\"01/03/08\"\r\"Post office\",\"7\",\"08/03/08\"\r"
+                            "\"Rent Co\",\"450\",\"09/03/08\"\r\"\",\"_____\",\"\"\r\"\",\"1757.00\",\"\"\r"));
     }
 
     void shouldRefuseBadInputAndWriteNothing_data()
     {
         QTest::addColumn<QStringList>("options");
         QTest::addColumn<QByteArray>("said");
-        QTest::newRow("unknown period") << QStringList{"--period", "2 Weeks"} << QByteArray("unknown period \"2 Weeks\"");
+        QTest::newRow("unknown period") << QStringList{"--period", "2 Weeks"}
+                                        << QByteArray("unknown period \"2 Weeks\"");
         QTest::newRow("relative period without a start")
             << QStringList{"--period", "1 Year"} << QByteArray("\"1 Year\" needs --from");
-        QTest::newRow("start date in another order")
-            << QStringList{"--period", "1 Week", "--from", "2008-03-01"} << QByteArray("--from needs a date written dd/mm/yy");
-        QTest::newRow("malformed now") << QStringList{"--now", "2008-03-20 10:00"} << QByteArray("--now needs a moment");
+        QTest::newRow("start date in another order") << QStringList{"--period", "1 Week", "--from", "2008-03-01"}
+                                                     << QByteArray("--from needs a date written dd/mm/yy");
+        QTest::newRow("malformed now") << QStringList{"--now", "2008-03-20 10:00"}
+                                       << QByteArray("--now needs a moment");
         QTest::newRow("unknown table") << QStringList{"--table", "ledger"} << QByteArray("unknown table \"ledger\"");
         QTest::newRow("unknown format") << QStringList{"--format", "pdf"} << QByteArray("unknown format \"pdf\"");
         QTest::newRow("unknown column") << QStringList{"--columns", "name,colour"}

@@ -1,6 +1,6 @@
-#include "TestMain.h"
 #include "CliRun.h"
 #include "DatabaseFiles.h"
+#include "TestMain.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -43,16 +43,28 @@ class CommandLineTest : public QObject
     void makeDatabase()
     {
         writeFile(bundle + QStringLiteral("/contacts.xml"),
-                  plistOf("contacts", {{{"id", "1"}, {"company", "0"}, {"name", "Ann Lee"}, {"type", "Customer"},
-                                        {"email", "ann@example.org"}, {"add1", "1 High St &amp; Co"}},
-                                       {{"id", "4"}, {"company", "0"}, {"name", "Bo \xc3\xa9t\xc3\xa9"}}}));
+                  plistOf("contacts",
+                          {{{"id", "1"},
+                            {"company", "0"},
+                            {"name", "Ann Lee"},
+                            {"type", "Customer"},
+                            {"email", "ann@example.org"},
+                            {"add1", "1 High St &amp; Co"}},
+                           {{"id", "4"}, {"company", "0"}, {"name", "Bo \xc3\xa9t\xc3\xa9"}}}));
         writeFile(bundle + QStringLiteral("/orders.xml"),
-                  plistOf("orders", {{{"id", "7"}, {"contact", "1"}, {"title", "Repair"}, {"ordernum", "INV7"},
-                                      {"includeBOM", "NO"}, {"sent", "NO"}, {"repeats", "NO"}}}));
+                  plistOf("orders",
+                          {{{"id", "7"},
+                            {"contact", "1"},
+                            {"title", "Repair"},
+                            {"ordernum", "INV7"},
+                            {"includeBOM", "NO"},
+                            {"sent", "NO"},
+                            {"repeats", "NO"}}}));
         writeFile(bundle + QStringLiteral("/itemsordered.xml"),
-                  plistOf("materials", {{{"id", "5"}, {"order", "7"}, {"product", "0"}, {"item", "Bolt"}},
-                                        {{"id", "9"}, {"order", "7"}, {"product", "0"}, {"item", "Nut"}},
-                                        {{"id", "12"}, {"order", "7"}, {"product", "0"}, {"item", "Cog"}}}));
+                  plistOf("materials",
+                          {{{"id", "5"}, {"order", "7"}, {"product", "0"}, {"item", "Bolt"}},
+                           {{"id", "9"}, {"order", "7"}, {"product", "0"}, {"item", "Nut"}},
+                           {{"id", "12"}, {"order", "7"}, {"product", "0"}, {"item", "Cog"}}}));
     }
 
     // Order 7 repeats monthly, last on 15/01/09, with three lines.
@@ -60,14 +72,17 @@ class CommandLineTest : public QObject
     {
         makeDatabase();
         writeFile(bundle + QStringLiteral("/orders.xml"),
-                  plistOf("orders", {{{"id", "7"}, {"contact", "1"}, {"title", "Hosting"}, {"ordernum", "INV7"},
-                                      {"repeats", "YES"}, {"repeatfrequency", "month"}, {"lastrepeatdate", "15/01/09"}}}));
+                  plistOf("orders",
+                          {{{"id", "7"},
+                            {"contact", "1"},
+                            {"title", "Hosting"},
+                            {"ordernum", "INV7"},
+                            {"repeats", "YES"},
+                            {"repeatfrequency", "month"},
+                            {"lastrepeatdate", "15/01/09"}}}));
     }
 
-    CliResult repeatAt(const char *moment)
-    {
-        return run({"repeat", "--now", QString::fromLatin1(moment)});
-    }
+    CliResult repeatAt(const char *moment) { return run({"repeat", "--now", QString::fromLatin1(moment)}); }
 
 private Q_SLOTS:
     void init()
@@ -150,7 +165,8 @@ private Q_SLOTS:
         const CliResult result = run({"stats"});
         QCOMPARE(result.code, 0);
         // The lines' highest id ends at the number of lines read, not at the highest stored id.
-        QCOMPARE(result.out, QByteArray("contacts\t2\t4\norders\t1\t7\nitems\t0\t0\nmaterials\t3\t3\nbills\t0\t0\ntasks\t0\t0\n"));
+        QCOMPARE(result.out,
+                 QByteArray("contacts\t2\t4\norders\t1\t7\nitems\t0\t0\nmaterials\t3\t3\nbills\t0\t0\ntasks\t0\t0\n"));
     }
 
     void shouldExportAsTheProgramDoes()
@@ -159,24 +175,28 @@ private Q_SLOTS:
         CliResult result = run({"export", "contacts", "--columns", "name=Who,add1,email"});
         QCOMPARE(result.code, 0);
         // The contacts tab shows an address with a leading space.
-        QCOMPARE(result.out, QByteArray("\"Who\",\"Address\",\"Email\"\r\"Ann Lee\",\" 1 High St & Co\",\"ann@example.org\"\r"
-                                        "\"Bo \xc3\xa9t\xc3\xa9\",\"\",\"\"\r"));
+        QCOMPARE(result.out,
+                 QByteArray("\"Who\",\"Address\",\"Email\"\r\"Ann Lee\",\" 1 High St & Co\",\"ann@example.org\"\r"
+                            "\"Bo \xc3\xa9t\xc3\xa9\",\"\",\"\"\r"));
 
         const QString output = home.path() + QStringLiteral("/orders.html");
-        result = run({"export", "orders", "--format", "html", "--columns=title,contact:name=Customer", "--output", output});
+        result = run(
+            {"export", "orders", "--format", "html", "--columns=title,contact:name=Customer", "--output", output});
         QCOMPARE(result.code, 0);
         QVERIFY(result.out.isEmpty());
         const QByteArray bytes = readFile(output);
         QVERIFY(bytes.startsWith("\xff\xfe"));
         QStringDecoder decoder(QStringDecoder::Utf16LE);
         const QString page = decoder(bytes.mid(2));
-        QCOMPARE(page, QStringLiteral(
-            "<html><head><title>Data Export from Quorvel</title><body>"
-            "<table cellpadding=2 cellspacing=2 border=0><tr>"
-            "<th style = background:#cccccc;font-family:sans-serif;text-align:left>Title</th>"
-            "<th style = background:#cccccc;font-family:sans-serif;text-align:left>Customer</th></tr>"
-            "<tr><td  style = font-family:monospace>Repair</td><td  style = font-family:monospace>Ann Lee</td></tr>"
-            "</table><br /></body></head></html>"));
+        QCOMPARE(
+            page,
+            QStringLiteral(
+                "<html><head><title>Data Export from Quorvel</title><body>"
+                "<table cellpadding=2 cellspacing=2 border=0><tr>"
+                "<th style = background:#cccccc;font-family:sans-serif;text-align:left>Title</th>"
+                "<th style = background:#cccccc;font-family:sans-serif;text-align:left>Customer</th></tr>"
+                "<tr><td  style = font-family:monospace>Repair</td><td  style = font-family:monospace>Ann Lee</td></tr>"
+                "</table><br /></body></head></html>"));
     }
 
     void shouldReportAnUnreadableFileAndKeepItAside()
@@ -273,7 +293,8 @@ private Q_SLOTS:
         }
         QVERIFY(first.at(0).contains("<string>1 High St &amp; Co</string>"));
         const CliResult stats = run({"stats"});
-        QCOMPARE(stats.out, QByteArray("contacts\t2\t4\norders\t1\t7\nitems\t0\t0\nmaterials\t3\t3\nbills\t0\t0\ntasks\t0\t0\n"));
+        QCOMPARE(stats.out,
+                 QByteArray("contacts\t2\t4\norders\t1\t7\nitems\t0\t0\nmaterials\t3\t3\nbills\t0\t0\ntasks\t0\t0\n"));
         result = run({"resave"});
         QCOMPARE(result.code, 0);
         for (int i = 0; i < names.size(); ++i)

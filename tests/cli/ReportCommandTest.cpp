@@ -33,17 +33,20 @@ class ReportCommandTest : public QObject
     {
         const QString bundle = support + QStringLiteral("/Quorvel/quorveldatabase.qvldb/");
         QVERIFY(testlib::writeFile(bundle + QStringLiteral("contacts.xml"),
-                                   plistOf("contacts", {{{"id", "1"}, {"name", "Ann Lee"}, {"type", "Customer"}},
-                                                        {{"id", "2"}, {"name", "Bo Ray"}, {"type", "Customer"}}})));
-        QVERIFY(testlib::writeFile(
-            bundle + QStringLiteral("orders.xml"),
-            plistOf("orders", {{{"id", "7"}, {"contact", "1"}, {"ordernum", "INV7"}, {"balance", "20.00"}},
-                               {{"id", "8"}, {"contact", "2"}, {"ordernum", "INV8"}, {"balance", "5.00"}}})));
+                                   plistOf("contacts",
+                                           {{{"id", "1"}, {"name", "Ann Lee"}, {"type", "Customer"}},
+                                            {{"id", "2"}, {"name", "Bo Ray"}, {"type", "Customer"}}})));
+        QVERIFY(
+            testlib::writeFile(bundle + QStringLiteral("orders.xml"),
+                               plistOf("orders",
+                                       {{{"id", "7"}, {"contact", "1"}, {"ordernum", "INV7"}, {"balance", "20.00"}},
+                                        {{"id", "8"}, {"contact", "2"}, {"ordernum", "INV8"}, {"balance", "5.00"}}})));
         QVERIFY(testlib::writeFile(
             bundle + QStringLiteral("itemsordered.xml"),
-            plistOf("materials", {{{"id", "1"}, {"order", "7"}, {"contact", "1"}, {"item", "Bolt"}, {"qty", "2"}},
-                                  {{"id", "2"}, {"order", "8"}, {"contact", "2"}, {"item", "Nut"}, {"qty", "1"}},
-                                  {{"id", "3"}, {"order", "7"}, {"contact", "1"}, {"item", "Bolt"}, {"qty", "3"}}})));
+            plistOf("materials",
+                    {{{"id", "1"}, {"order", "7"}, {"contact", "1"}, {"item", "Bolt"}, {"qty", "2"}},
+                     {{"id", "2"}, {"order", "8"}, {"contact", "2"}, {"item", "Nut"}, {"qty", "1"}},
+                     {{"id", "3"}, {"order", "7"}, {"contact", "1"}, {"item", "Bolt"}, {"qty", "3"}}})));
     }
 
     // What the reports tab of the program exports for the same report.
@@ -104,16 +107,18 @@ private Q_SLOTS:
         const CliResult result = run({"report", "Top Sellers", "--output", file});
         QCOMPARE(result.code, 0);
         QVERIFY(result.out.isEmpty());
-        QCOMPARE(testlib::readFile(file), QByteArray("\"Item\",\"Code\",\"Quantity Sold\"\r\"Bolt\",\"\",\"5.00\"\r"
-                                                     "\"Nut\",\"\",\"1\"\r\"\",\"\",\"_____\"\r\"\",\"\",\"6.00\"\r"));
+        QCOMPARE(testlib::readFile(file),
+                 QByteArray("\"Item\",\"Code\",\"Quantity Sold\"\r\"Bolt\",\"\",\"5.00\"\r"
+                            "\"Nut\",\"\",\"1\"\r\"\",\"\",\"_____\"\r\"\",\"\",\"6.00\"\r"));
     }
 
     void shouldListTheChoosersNames()
     {
         const CliResult result = run({"reports"});
         QCOMPARE(result.code, 0);
-        QCOMPARE(result.out, QByteArray("Current Customers\nCurrent Items Purchased\nOutstanding Balances\n"
-                                        "Reorder Quantities\nStocktake\nTop Sellers\n"));
+        QCOMPARE(result.out,
+                 QByteArray("Current Customers\nCurrent Items Purchased\nOutstanding Balances\n"
+                            "Reorder Quantities\nStocktake\nTop Sellers\n"));
     }
 
     void shouldAnswerWithTheExitCodes_data()
@@ -122,17 +127,18 @@ private Q_SLOTS:
         QTest::addColumn<bool>("database");
         QTest::addColumn<int>("code");
         QTest::addColumn<QByteArray>("said");
-        QTest::newRow("unknown report") << QStringList{"report", "Nope"} << true << 1 << QByteArray("no report \"Nope\"");
-        QTest::newRow("unknown contact") << QStringList{"report", "OrdersforOpenContact", "--contact", "99"} << true << 1
-                                         << QByteArray("no contact with id 99");
+        QTest::newRow("unknown report") << QStringList{"report", "Nope"} << true << 1
+                                        << QByteArray("no report \"Nope\"");
+        QTest::newRow("unknown contact") << QStringList{"report", "OrdersforOpenContact", "--contact", "99"} << true
+                                         << 1 << QByteArray("no contact with id 99");
         QTest::newRow("no database") << QStringList{"report", "Top Sellers"} << false << 1 << QByteArray("no database");
         QTest::newRow("no name") << QStringList{"report"} << true << 2 << QByteArray("report needs one NAME");
         QTest::newRow("unknown format") << QStringList{"report", "Top Sellers", "--format", "pdf"} << true << 2
                                         << QByteArray("unknown format");
         QTest::newRow("contact that is no id") << QStringList{"report", "Top Sellers", "--contact", "Ann"} << true << 2
                                                << QByteArray("--contact needs a contact id");
-        QTest::newRow("reports with an argument") << QStringList{"reports", "all"} << true << 2
-                                                  << QByteArray("reports takes no arguments");
+        QTest::newRow("reports with an argument")
+            << QStringList{"reports", "all"} << true << 2 << QByteArray("reports takes no arguments");
     }
     void shouldAnswerWithTheExitCodes()
     {

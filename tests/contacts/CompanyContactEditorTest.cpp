@@ -57,16 +57,20 @@ private Q_SLOTS:
     void shouldLinkThePersonToTheChosenCompanyAndTakeItsAddress_data()
     {
         QTest::addColumn<int>("linkedTo");
-        QTest::addColumn<int>("chosenIndex");   // -1: the menu is left as it is
+        QTest::addColumn<int>("chosenIndex");  // -1: the menu is left as it is
         QTest::addColumn<int>("company");
         QTest::addColumn<QString>("add1");
         QTest::addColumn<QString>("phone");
-        QTest::newRow("the company shown") << 5 << -1 << 5 << "5 Bolt St" << "0505";
-        QTest::newRow("another company chosen") << 5 << 0 << 1 << "1 Acme Rd" << "0101";
-        QTest::newRow("two of that name: the first") << 8 << -1 << 1 << "1 Acme Rd" << "0101";
-        QTest::newRow("no such company: none chosen, her own address kept")
-            << 9 << -1 << 9 << "her own street" << "her own phone";
-        QTest::newRow("no company yet, one chosen") << 0 << 1 << 5 << "5 Bolt St" << "0505";
+        QTest::newRow("the company shown") << 5 << -1 << 5 << "5 Bolt St"
+                                           << "0505";
+        QTest::newRow("another company chosen") << 5 << 0 << 1 << "1 Acme Rd"
+                                                << "0101";
+        QTest::newRow("two of that name: the first") << 8 << -1 << 1 << "1 Acme Rd"
+                                                     << "0101";
+        QTest::newRow("no such company: none chosen, her own address kept") << 9 << -1 << 9 << "her own street"
+                                                                            << "her own phone";
+        QTest::newRow("no company yet, one chosen") << 0 << 1 << 5 << "5 Bolt St"
+                                                    << "0505";
     }
     void shouldLinkThePersonToTheChosenCompanyAndTakeItsAddress()
     {
@@ -113,8 +117,10 @@ private Q_SLOTS:
         editor.type->addItems({QStringLiteral("Customer"), QStringLiteral("Supplier")});
         editor.edit(dee);
         const QString before = dee->getFieldByName(field);
-        const QHash<QString, TextField *> fields{{"jobTitle", editor.jobtitle}, {"mobile", editor.mobile},
-                                                 {"email", editor.email}, {"extension", editor.extension},
+        const QHash<QString, TextField *> fields{{"jobTitle", editor.jobtitle},
+                                                 {"mobile", editor.mobile},
+                                                 {"email", editor.email},
+                                                 {"extension", editor.extension},
                                                  {"website", editor.website}};
         if (field == QLatin1String("type"))
             editor.type->userSelectItemAtIndex(1);

@@ -4,12 +4,12 @@
 #include "TestEnvironment.h"
 #include "TestMain.h"
 
-#include "store/PrefsController.h"
 #include "app/Quorvel.h"
 #include "contacts/CompanyContactEditor.h"
 #include "contacts/CompanyEditor.h"
 #include "contacts/Contact.h"
 #include "contacts/ContactManager.h"
+#include "store/PrefsController.h"
 
 #include <QTest>
 
@@ -61,8 +61,11 @@ private Q_SLOTS:
         editor.type->addItems({QStringLiteral("Customer"), QStringLiteral("Supplier"), QStringLiteral("")});
         editor.title->addItems({QStringLiteral("Mr"), QStringLiteral("Dr")});
         editor.edit(acme.get());
-        const QHash<QString, TextField *> fields{{"name", editor.name}, {"add3", editor.add3}, {"phone", editor.phone},
-                                                 {"website", editor.website}, {"mobile", editor.mobile}};
+        const QHash<QString, TextField *> fields{{"name", editor.name},
+                                                 {"add3", editor.add3},
+                                                 {"phone", editor.phone},
+                                                 {"website", editor.website},
+                                                 {"mobile", editor.mobile}};
         const QString name = field == QLatin1String("no type") ? QStringLiteral("type") : field;
         const QString before = acme->getFieldByName(name);
         if (field == QLatin1String("type"))

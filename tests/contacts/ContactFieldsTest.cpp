@@ -61,12 +61,24 @@ private Q_SLOTS:
         // A company's person shows the company's address and phone.
         QTest::addColumn<QString>("add1");
         QTest::addColumn<QString>("phone");
-        QTest::newRow("individual") << "Individual" << "Ann Lee" << "ann@example.org" << "07700 3" << "3 High St"
+        QTest::newRow("individual") << "Individual"
+                                    << "Ann Lee"
+                                    << "ann@example.org"
+                                    << "07700 3"
+                                    << "3 High St"
                                     << "0100 3";
-        QTest::newRow("company") << "Company" << "Acme Ltd" << "acme@example.org" << "07700 1" << "1 High St"
+        QTest::newRow("company") << "Company"
+                                 << "Acme Ltd"
+                                 << "acme@example.org"
+                                 << "07700 1"
+                                 << "1 High St"
                                  << "0100 1";
-        QTest::newRow("company's person") << "Company Contact" << "Bob Hill" << "bob@example.org" << "07700 2"
-                                          << "1 High St" << "0100 1";
+        QTest::newRow("company's person") << "Company Contact"
+                                          << "Bob Hill"
+                                          << "bob@example.org"
+                                          << "07700 2"
+                                          << "1 High St"
+                                          << "0100 1";
     }
     void shouldShowTheOpenContactInItsEditor()
     {

@@ -41,13 +41,17 @@ Contact *addContact(ContactManager &contacts, int id, const QString &name, const
 // Dee of Bolt (5), Bolt a supplier.
 void fillWithCompanies(ContactManager &contacts)
 {
-    addContact(contacts, 7, QStringLiteral("Zed Old"), QStringLiteral("Company Contact"), QStringLiteral("Supplier"), 9);
+    addContact(contacts, 7, QStringLiteral("Zed Old"), QStringLiteral("Company Contact"), QStringLiteral("Supplier"),
+               9);
     addContact(contacts, 1, QStringLiteral("Acme"), QStringLiteral("Company"));
-    addContact(contacts, 2, QStringLiteral("Bob Hill"), QStringLiteral("Company Contact"), QStringLiteral("Customer"), 1);
+    addContact(contacts, 2, QStringLiteral("Bob Hill"), QStringLiteral("Company Contact"), QStringLiteral("Customer"),
+               1);
     addContact(contacts, 3, QStringLiteral("Ann Lee"), QStringLiteral("Individual"), QStringLiteral("Other"));
-    addContact(contacts, 4, QStringLiteral("Cat Ray"), QStringLiteral("Company Contact"), QStringLiteral("Customer"), 1);
+    addContact(contacts, 4, QStringLiteral("Cat Ray"), QStringLiteral("Company Contact"), QStringLiteral("Customer"),
+               1);
     addContact(contacts, 5, QStringLiteral("Bolt"), QStringLiteral("Company"), QStringLiteral("Supplier"));
-    addContact(contacts, 6, QStringLiteral("Dee Fox"), QStringLiteral("Company Contact"), QStringLiteral("Customer"), 5);
+    addContact(contacts, 6, QStringLiteral("Dee Fox"), QStringLiteral("Company Contact"), QStringLiteral("Customer"),
+               5);
 }
 
 QStringList names(const ContactManager &contacts)
@@ -92,7 +96,7 @@ private Q_SLOTS:
         QCOMPARE(names(contacts), (QStringList{"Acme", "Bob Hill", "Cat Ray"}));
 
         contacts.searchField->setStringValue(QString());
-        contacts.typeFilter->userSelectItemAtIndex(2);   // "Supplier"
+        contacts.typeFilter->userSelectItemAtIndex(2);  // "Supplier"
         QCOMPARE(names(contacts), (QStringList{"Bolt", "Dee Fox"}));
     }
 
@@ -102,11 +106,15 @@ private Q_SLOTS:
         QTest::addColumn<QString>("type");
         QTest::addColumn<QString>("add1");
         QTest::addColumn<QStringList>("columns");
-        QTest::newRow("street with a leading space") << "Individual" << "Customer" << "High St"
-                                                     << QStringList{"Ann", " High St", "Customer", ""};
-        QTest::newRow("no street, Other hidden") << "Company" << "Other" << "" << QStringList{"Ann", "", "", ""};
-        QTest::newRow("a company's person") << "Company Contact" << "Supplier" << "High St"
-                                            << QStringList{"Ann", "", "", ""};
+        QTest::newRow("street with a leading space") << "Individual"
+                                                     << "Customer"
+                                                     << "High St" << QStringList{"Ann", " High St", "Customer", ""};
+        QTest::newRow("no street, Other hidden") << "Company"
+                                                 << "Other"
+                                                 << "" << QStringList{"Ann", "", "", ""};
+        QTest::newRow("a company's person") << "Company Contact"
+                                            << "Supplier"
+                                            << "High St" << QStringList{"Ann", "", "", ""};
     }
     void shouldShowTheOutlineColumns()
     {
@@ -130,7 +138,7 @@ private Q_SLOTS:
         ContactManager &contacts = *quorvel.getContactManager();
         fillWithCompanies(contacts);
         QCOMPARE(contacts.getnthContact(1, 1)->getName(), QStringLiteral("Cat Ray"));
-        QCOMPARE(contacts.getnthContact(-1, 5)->getName(), QStringLiteral("Zed Old"));   // any company's first
+        QCOMPARE(contacts.getnthContact(-1, 5)->getName(), QStringLiteral("Zed Old"));  // any company's first
         QCOMPARE(contacts.getnthContact(1, 5), nullptr);
         QCOMPARE(contacts.getnthSupplier(1)->getName(), QStringLiteral("Bolt"));
         QCOMPARE(contacts.getnthCompany(2)->getName(), QStringLiteral("Bolt"));
@@ -145,7 +153,7 @@ private Q_SLOTS:
         ContactManager &contacts = *quorvel.getContactManager();
         fillWithCompanies(contacts);
         contacts.filter();
-        contacts.didClickTableColumn(QStringLiteral("1"), false);   // the list's "descending" runs A to Z
+        contacts.didClickTableColumn(QStringLiteral("1"), false);  // the list's "descending" runs A to Z
         QCOMPARE(names(contacts), (QStringList{"Acme", "Bob Hill", "Cat Ray", "Bolt", "Dee Fox", "Ann Lee"}));
     }
 
@@ -164,7 +172,7 @@ private Q_SLOTS:
         ContactManager &contacts = *quorvel.getContactManager();
         fillWithCompanies(contacts);
         contacts.filter();
-        contacts.getCompanyOutline()->selectRow(3);   // Ann Lee, after Acme and its two people
+        contacts.getCompanyOutline()->selectRow(3);  // Ann Lee, after Acme and its two people
         TestEnvironment::current().clearAlerts();
         TestEnvironment::current().scriptAlertAnswers({answer});
         contacts.deleteKey();
@@ -198,14 +206,14 @@ private Q_SLOTS:
     void shouldPasteAPostalBlock_data()
     {
         QTest::addColumn<QString>("text");
-        QTest::addColumn<QStringList>("fields");   // name, add1, add2, add3, postcode
+        QTest::addColumn<QStringList>("fields");  // name, add1, add2, add3, postcode
         QTest::newRow("copied contact") << "Mrs Ann Lee\r1 High St\rFlat 2\rTown\rAB1 2CD\r"
                                         << QStringList{"Mrs Ann Lee", "1 High St", "Flat 2", "Town", "AB1 2CD"};
-        QTest::newRow("line feeds, four parts") << "Ann\n1 High St\nFlat 2\nAB1"
-                                                << QStringList{"Ann", "1 High St", "Flat 2", "old3", "AB1"};
+        QTest::newRow("line feeds, four parts")
+            << "Ann\n1 High St\nFlat 2\nAB1" << QStringList{"Ann", "1 High St", "Flat 2", "old3", "AB1"};
         QTest::newRow("two parts") << "Ann\r1 High St" << QStringList{"Ann", "1 High St", "old2", "old3", "oldpc"};
-        QTest::newRow("line feed wins over return") << "Ann\rX\nStreet"
-                                                    << QStringList{"Ann\rX", "Street", "old2", "old3", "oldpc"};
+        QTest::newRow("line feed wins over return")
+            << "Ann\rX\nStreet" << QStringList{"Ann\rX", "Street", "old2", "old3", "oldpc"};
     }
     void shouldPasteAPostalBlock()
     {
@@ -218,8 +226,9 @@ private Q_SLOTS:
         contacts.postcode->setStringValue(QStringLiteral("oldpc"));
         platform::setPasteboardString(text);
         contacts.pasteContact();
-        const QStringList shown{contacts.name->stringValue(), contacts.add1->stringValue(), contacts.add2->stringValue(),
-                                contacts.add3->stringValue(), contacts.postcode->stringValue()};
+        const QStringList shown{contacts.name->stringValue(), contacts.add1->stringValue(),
+                                contacts.add2->stringValue(), contacts.add3->stringValue(),
+                                contacts.postcode->stringValue()};
         QCOMPARE(shown, fields);
     }
 
@@ -238,7 +247,7 @@ private Q_SLOTS:
     void shouldOpenEachKindInItsOwnEditor_data()
     {
         QTest::addColumn<QString>("name");
-        QTest::addColumn<int>("editor");   // 0 individuals, 1 companies, 2 a company's people
+        QTest::addColumn<int>("editor");  // 0 individuals, 1 companies, 2 a company's people
         QTest::newRow("individual") << "Ann Lee" << 0;
         QTest::newRow("company") << "Acme" << 1;
         QTest::newRow("company's person") << "Bob Hill" << 2;
@@ -261,7 +270,7 @@ private Q_SLOTS:
     void shouldStoreTheContactAndOpenItInTheOtherEditorInItsPlace_data()
     {
         QTest::addColumn<bool>("isNew");
-        QTest::addColumn<bool>("link");   // linkToCompany, else makeCompany
+        QTest::addColumn<bool>("link");  // linkToCompany, else makeCompany
         QTest::addColumn<QString>("kind");
         QTest::newRow("link a new contact") << true << true << "Company Contact";
         QTest::newRow("link an existing contact") << false << true << "Company Contact";
@@ -290,13 +299,18 @@ private Q_SLOTS:
         QCOMPARE(ann->getKind(), kind);
         QCOMPARE(ann->getName(), QStringLiteral("Ann Lea"));
         QVERIFY(!contacts.editorWindow->isVisible());
-        Window *other = link ? quorvel.getCompanyContactEditor()->editorWindow : quorvel.getCompanyEditor()->editorWindow;
+        Window *other
+            = link ? quorvel.getCompanyContactEditor()->editorWindow : quorvel.getCompanyEditor()->editorWindow;
         QVERIFY(other->isVisible());
         QCOMPARE(other->frame(), QRect(10, 20, 300, 200));
-        QCOMPARE(link ? quorvel.getCompanyContactEditor()->getCurrentItem() : quorvel.getCompanyEditor()->getCurrentItem(), ann);
-        QCOMPARE(link ? quorvel.getCompanyContactEditor()->isCreating() : quorvel.getCompanyEditor()->isCreating(), isNew);
+        QCOMPARE(link ? quorvel.getCompanyContactEditor()->getCurrentItem()
+                      : quorvel.getCompanyEditor()->getCurrentItem(),
+                 ann);
+        QCOMPARE(link ? quorvel.getCompanyContactEditor()->isCreating() : quorvel.getCompanyEditor()->isCreating(),
+                 isNew);
         const QSettings settings(QStringLiteral("Quorvel"), QStringLiteral("Quorvel"));
-        QCOMPARE(settings.value(QStringLiteral("NSWindow Frame ContactWindows")).toString(), QStringLiteral("10 20 300 200"));
+        QCOMPARE(settings.value(QStringLiteral("NSWindow Frame ContactWindows")).toString(),
+                 QStringLiteral("10 20 300 200"));
         QFile file(platform::paths::bundleFile(QStringLiteral("contacts.xml")));
         QVERIFY(file.open(QIODevice::ReadOnly));
         QVERIFY(file.readAll().contains(kind.toUtf8()));
@@ -327,7 +341,7 @@ private Q_SLOTS:
     void shouldShowTheOpenContactsOrders()
     {
         Quorvel quorvel;
-        quorvel.getReportManager()->populateFilter();   // installs the contact reports
+        quorvel.getReportManager()->populateFilter();  // installs the contact reports
         ContactManager &contacts = *quorvel.getContactManager();
         Contact *ann = addContact(contacts, 1, QStringLiteral("Ann Lee"), QStringLiteral("Individual"));
         Contact *cy = addContact(contacts, 2, QStringLiteral("Cy Dunn"), QStringLiteral("Individual"));
@@ -340,7 +354,7 @@ private Q_SLOTS:
         contacts.editThisContact(ann);
         const TableView &orders = *contacts.reports->orderTableView;
         const int rows = orders.dataSource()->numberOfRowsInTableView();
-        QCOMPARE(rows, 2 + 2);   // two orders, then the total's two rows
+        QCOMPARE(rows, 2 + 2);  // two orders, then the total's two rows
         QCOMPARE(orders.dataSource()->objectValueForTableColumn(QStringLiteral("field5"), rows - 1),
                  QStringLiteral("170.50"));
         QCOMPARE(contacts.reports->itemTableView->tableColumns().size(), 5);

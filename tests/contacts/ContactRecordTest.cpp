@@ -1,7 +1,7 @@
 #include "TestMain.h"
 
-#include "contacts/Contact.h"
 #include "RecordFieldTable.h"
+#include "contacts/Contact.h"
 
 #include <QMap>
 #include <QTest>
@@ -51,13 +51,17 @@ private slots:
     {
         QTest::addColumn<QString>("name");
         QTest::addColumn<QString>("expected");
-        QTest::newRow("type") << "type" << "Customer";
-        QTest::newRow("kind") << "kind" << "Individual";
-        QTest::newRow("company") << "company" << "0";
-        QTest::newRow("address") << "address" << "   ";
-        const char *emptyNames[] = {"add1", "add2", "add3", "comments", "companyname", "email",
-                                    "extension", "fax", "jobTitle", "mobile", "name", "phone",
-                                    "postcode", "surname", "title", "website", "id"};
+        QTest::newRow("type") << "type"
+                              << "Customer";
+        QTest::newRow("kind") << "kind"
+                              << "Individual";
+        QTest::newRow("company") << "company"
+                                 << "0";
+        QTest::newRow("address") << "address"
+                                 << "   ";
+        const char *emptyNames[]
+            = {"add1",   "add2", "add3",  "comments", "companyname", "email", "extension", "fax", "jobTitle",
+               "mobile", "name", "phone", "postcode", "surname",     "title", "website",   "id"};
         for (const char *name : emptyNames)
             QTest::newRow(name) << QString::fromLatin1(name) << "";
     }
@@ -81,30 +85,54 @@ private slots:
     {
         QTest::addColumn<QString>("name");
         QTest::addColumn<QString>("expected");
-        QTest::newRow("add1") << "add1" << "add1word";
-        QTest::newRow("add2") << "add2" << "add2word";
-        QTest::newRow("add3") << "add3" << "add3word";
-        QTest::newRow("address") << "address" << "add1word add2word add3word postcodeword";
-        QTest::newRow("comments") << "comments" << "commentsword";
-        QTest::newRow("companyname") << "companyname" << "companyNameword";
-        QTest::newRow("company") << "company" << "3";
-        QTest::newRow("email") << "email" << "emailword";
-        QTest::newRow("extension") << "extension" << "extensionword";
-        QTest::newRow("fax") << "fax" << "faxword";
-        QTest::newRow("jobTitle") << "jobTitle" << "jobTitleword";
-        QTest::newRow("kind") << "kind" << "kindword";
-        QTest::newRow("mobile") << "mobile" << "mobileword";
-        QTest::newRow("name") << "name" << "nameword";
-        QTest::newRow("phone") << "phone" << "phoneword";
-        QTest::newRow("postcode") << "postcode" << "postcodeword";
-        QTest::newRow("surname") << "surname" << "nameword";
-        QTest::newRow("title") << "title" << "titleword";
-        QTest::newRow("type") << "type" << "typeword";
-        QTest::newRow("website") << "website" << "websiteword";
-        QTest::newRow("id not answered") << "id" << "";
-        QTest::newRow("jobtitle not answered") << "jobtitle" << "";
-        QTest::newRow("companyName not answered") << "companyName" << "";
-        QTest::newRow("Name wrong case") << "Name" << "";
+        QTest::newRow("add1") << "add1"
+                              << "add1word";
+        QTest::newRow("add2") << "add2"
+                              << "add2word";
+        QTest::newRow("add3") << "add3"
+                              << "add3word";
+        QTest::newRow("address") << "address"
+                                 << "add1word add2word add3word postcodeword";
+        QTest::newRow("comments") << "comments"
+                                  << "commentsword";
+        QTest::newRow("companyname") << "companyname"
+                                     << "companyNameword";
+        QTest::newRow("company") << "company"
+                                 << "3";
+        QTest::newRow("email") << "email"
+                               << "emailword";
+        QTest::newRow("extension") << "extension"
+                                   << "extensionword";
+        QTest::newRow("fax") << "fax"
+                             << "faxword";
+        QTest::newRow("jobTitle") << "jobTitle"
+                                  << "jobTitleword";
+        QTest::newRow("kind") << "kind"
+                              << "kindword";
+        QTest::newRow("mobile") << "mobile"
+                                << "mobileword";
+        QTest::newRow("name") << "name"
+                              << "nameword";
+        QTest::newRow("phone") << "phone"
+                               << "phoneword";
+        QTest::newRow("postcode") << "postcode"
+                                  << "postcodeword";
+        QTest::newRow("surname") << "surname"
+                                 << "nameword";
+        QTest::newRow("title") << "title"
+                               << "titleword";
+        QTest::newRow("type") << "type"
+                              << "typeword";
+        QTest::newRow("website") << "website"
+                                 << "websiteword";
+        QTest::newRow("id not answered") << "id"
+                                         << "";
+        QTest::newRow("jobtitle not answered") << "jobtitle"
+                                               << "";
+        QTest::newRow("companyName not answered") << "companyName"
+                                                  << "";
+        QTest::newRow("Name wrong case") << "Name"
+                                         << "";
     }
     void shouldAnswerFieldsByName()
     {
@@ -118,20 +146,46 @@ private slots:
     void shouldSetExactlyTheNamedField_data()
     {
         testlib::addSetByNameColumns();
-        const char *plainNames[] = {"add1", "add2", "add3", "comments", "email", "extension",
-                                    "fax", "jobTitle", "kind", "mobile", "name", "phone",
-                                    "postcode", "title", "type", "website"};
+        const char *plainNames[] = {"add1", "add2",   "add3", "comments", "email",    "extension", "fax",  "jobTitle",
+                                    "kind", "mobile", "name", "phone",    "postcode", "title",     "type", "website"};
         for (const char *name : plainNames)
             QTest::newRow(name) << QString::fromLatin1(name) << "new" << QString::fromLatin1(name) << "new";
-        QTest::newRow("company") << "company" << "12" << "company" << "12";
-        QTest::newRow("company leading number") << "company" << "12abc" << "company" << "12";
-        QTest::newRow("company not a number") << "company" << "abc" << "company" << "0";
-        QTest::newRow("id") << "id" << "44" << "id" << "44";
-        QTest::newRow("companyname ignored") << "companyname" << "new" << "" << "";
-        QTest::newRow("address ignored") << "address" << "new" << "" << "";
-        QTest::newRow("surname ignored") << "surname" << "new" << "" << "";
-        QTest::newRow("jobtitle ignored") << "jobtitle" << "new" << "" << "";
-        QTest::newRow("Name ignored") << "Name" << "new" << "" << "";
+        QTest::newRow("company") << "company"
+                                 << "12"
+                                 << "company"
+                                 << "12";
+        QTest::newRow("company leading number") << "company"
+                                                << "12abc"
+                                                << "company"
+                                                << "12";
+        QTest::newRow("company not a number") << "company"
+                                              << "abc"
+                                              << "company"
+                                              << "0";
+        QTest::newRow("id") << "id"
+                            << "44"
+                            << "id"
+                            << "44";
+        QTest::newRow("companyname ignored") << "companyname"
+                                             << "new"
+                                             << ""
+                                             << "";
+        QTest::newRow("address ignored") << "address"
+                                         << "new"
+                                         << ""
+                                         << "";
+        QTest::newRow("surname ignored") << "surname"
+                                         << "new"
+                                         << ""
+                                         << "";
+        QTest::newRow("jobtitle ignored") << "jobtitle"
+                                          << "new"
+                                          << ""
+                                          << "";
+        QTest::newRow("Name ignored") << "Name"
+                                      << "new"
+                                      << ""
+                                      << "";
     }
     void shouldSetExactlyTheNamedField()
     {
@@ -159,15 +213,36 @@ private slots:
         QTest::addColumn<QString>("postcode");
         QTest::addColumn<QString>("address");
         QTest::addColumn<QString>("shortAddress");
-        QTest::newRow("empty") << "" << "" << "" << "" << "   " << "";
-        QTest::newRow("full") << "1 High St" << "Lower Town" << "Shire" << "AB1 2CD"
-                              << "1 High St Lower Town Shire AB1 2CD" << "1 High St ... AB1 2CD";
-        QTest::newRow("no first line") << "" << "Lower Town" << "" << "AB1 2CD"
-                                       << " Lower Town  AB1 2CD" << "AB1 2CD";
-        QTest::newRow("no postcode") << "Flat 2" << "" << "" << ""
-                                     << "Flat 2   " << "Flat 2 ... ";
-        QTest::newRow("blank first line") << " " << "" << "" << "AB1"
-                                          << "    AB1" << "  ... AB1";
+        QTest::newRow("empty") << ""
+                               << ""
+                               << ""
+                               << ""
+                               << "   "
+                               << "";
+        QTest::newRow("full") << "1 High St"
+                              << "Lower Town"
+                              << "Shire"
+                              << "AB1 2CD"
+                              << "1 High St Lower Town Shire AB1 2CD"
+                              << "1 High St ... AB1 2CD";
+        QTest::newRow("no first line") << ""
+                                       << "Lower Town"
+                                       << ""
+                                       << "AB1 2CD"
+                                       << " Lower Town  AB1 2CD"
+                                       << "AB1 2CD";
+        QTest::newRow("no postcode") << "Flat 2"
+                                     << ""
+                                     << ""
+                                     << ""
+                                     << "Flat 2   "
+                                     << "Flat 2 ... ";
+        QTest::newRow("blank first line") << " "
+                                          << ""
+                                          << ""
+                                          << "AB1"
+                                          << "    AB1"
+                                          << "  ... AB1";
     }
     void shouldJoinTheAddress()
     {
@@ -191,15 +266,33 @@ private slots:
         QTest::addColumn<QString>("kind");
         QTest::addColumn<QString>("name");
         QTest::addColumn<QString>("surname");
-        QTest::newRow("two words") << "Individual" << "Jane Smith" << "Smith";
-        QTest::newRow("three words") << "Individual" << "Jane van Smith" << "Smith";
-        QTest::newRow("one word") << "Individual" << "Cher" << "Cher";
-        QTest::newRow("trailing space") << "Individual" << "Jane " << "";
-        QTest::newRow("empty") << "Individual" << "" << "";
-        QTest::newRow("tab is no separator") << "Individual" << "Jane\tSmith" << "Jane\tSmith";
-        QTest::newRow("company keeps its whole name") << "Company" << "Acme Widgets Ltd" << "Acme Widgets Ltd";
-        QTest::newRow("company contact is a person") << "Company Contact" << "Bob Jones" << "Jones";
-        QTest::newRow("kind compared exactly") << "company" << "Acme Ltd" << "Ltd";
+        QTest::newRow("two words") << "Individual"
+                                   << "Jane Smith"
+                                   << "Smith";
+        QTest::newRow("three words") << "Individual"
+                                     << "Jane van Smith"
+                                     << "Smith";
+        QTest::newRow("one word") << "Individual"
+                                  << "Cher"
+                                  << "Cher";
+        QTest::newRow("trailing space") << "Individual"
+                                        << "Jane "
+                                        << "";
+        QTest::newRow("empty") << "Individual"
+                               << ""
+                               << "";
+        QTest::newRow("tab is no separator") << "Individual"
+                                             << "Jane\tSmith"
+                                             << "Jane\tSmith";
+        QTest::newRow("company keeps its whole name") << "Company"
+                                                      << "Acme Widgets Ltd"
+                                                      << "Acme Widgets Ltd";
+        QTest::newRow("company contact is a person") << "Company Contact"
+                                                     << "Bob Jones"
+                                                     << "Jones";
+        QTest::newRow("kind compared exactly") << "company"
+                                               << "Acme Ltd"
+                                               << "Ltd";
     }
     void shouldTakeTheSurnameFromTheLastWord()
     {
@@ -230,9 +323,8 @@ private slots:
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<bool>("found");
-        const char *searched[] = {"add1", "add2", "add3", "comments", "email", "extension", "fax",
-                                  "jobTitle", "kind", "mobile", "name", "phone", "title", "type",
-                                  "website"};
+        const char *searched[] = {"add1", "add2",   "add3", "comments", "email", "extension", "fax",    "jobTitle",
+                                  "kind", "mobile", "name", "phone",    "title", "type",      "website"};
         for (const char *key : searched)
             QTest::newRow(key) << QString::fromLatin1(key) + QStringLiteral("word") << true;
         QTest::newRow("other letter case") << "EMAILWORD" << true;

@@ -13,7 +13,8 @@
 
 namespace {
 
-struct OpenEditor : testlib::FormDriver {
+struct OpenEditor : testlib::FormDriver
+{
     Quorvel quorvel;
     BillManager &bills = *quorvel.getBillManager();
     BillEditorWindow window{bills};

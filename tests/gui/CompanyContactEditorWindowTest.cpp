@@ -29,14 +29,15 @@ namespace {
 
 // The program's windows over a controller, without reading a database:
 // two companies and a person who works for the first.
-struct Program : testlib::FormDriver {
+struct Program : testlib::FormDriver
+{
     Quorvel quorvel;
     ContactManager &contacts = *quorvel.getContactManager();
     ApplicationWindows windows{quorvel};
-    Contact *acme = add(QStringLiteral("Company"), QStringLiteral("Acme"), QStringLiteral("1 Mill Lane"),
-                        QStringLiteral("0111"));
-    Contact *bolt = add(QStringLiteral("Company"), QStringLiteral("Bolt"), QStringLiteral("2 Dock Road"),
-                        QStringLiteral("0222"));
+    Contact *acme
+        = add(QStringLiteral("Company"), QStringLiteral("Acme"), QStringLiteral("1 Mill Lane"), QStringLiteral("0111"));
+    Contact *bolt
+        = add(QStringLiteral("Company"), QStringLiteral("Bolt"), QStringLiteral("2 Dock Road"), QStringLiteral("0222"));
     Contact *ann = add(QStringLiteral("Company Contact"), QStringLiteral("Ann Lee"), QString(), QString());
 
     Program() { ann->setCompany(acme->getID()); }
@@ -105,7 +106,8 @@ private Q_SLOTS:
             edit->selectAll();
             QTest::keyClicks(edit, QLatin1String(value));
         }
-        QTest::mouseClick(contactWindow->findChild<QPushButton *>(QStringLiteral("linkToCompanyButton")), Qt::LeftButton);
+        QTest::mouseClick(contactWindow->findChild<QPushButton *>(QStringLiteral("linkToCompanyButton")),
+                          Qt::LeftButton);
         QVERIFY(QTest::qWaitForWindowExposed(program.window()));
         auto *company = program.find<QComboBox>("company");
         QCOMPARE(company->currentIndex(), -1);
@@ -122,8 +124,10 @@ private Q_SLOTS:
         const QByteArray saved = testlib::readFile(platform::paths::bundleFile(QStringLiteral("contacts.xml")));
         const qsizetype at = saved.indexOf("<string>Cy Dunn</string>");
         QVERIFY(at > 0);
-        const QByteArray record = saved.mid(saved.lastIndexOf("<dict>", at), saved.indexOf("</dict>", at) - saved.lastIndexOf("<dict>", at));
-        QVERIFY(record.contains("<key>company</key>\n\t\t\t<string>" + QByteArray::number(program.bolt->getID()) + "</string>"));
+        const QByteArray record = saved.mid(saved.lastIndexOf("<dict>", at),
+                                            saved.indexOf("</dict>", at) - saved.lastIndexOf("<dict>", at));
+        QVERIFY(record.contains("<key>company</key>\n\t\t\t<string>" + QByteArray::number(program.bolt->getID())
+                                + "</string>"));
         QVERIFY(record.contains("<string>42</string>"));
         QVERIFY(record.contains("<string>cy.example</string>"));
 

@@ -24,7 +24,8 @@ using testlib::TestEnvironment;
 namespace {
 
 // The program's windows over a controller, without reading a database.
-struct Program : testlib::FormDriver {
+struct Program : testlib::FormDriver
+{
     Quorvel quorvel;
     ContactManager &contacts = *quorvel.getContactManager();
     ApplicationWindows windows{quorvel};

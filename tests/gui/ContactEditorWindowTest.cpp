@@ -19,7 +19,8 @@ using testlib::TestEnvironment;
 namespace {
 
 // The program's windows over a controller, without reading a database.
-struct Program : testlib::FormDriver {
+struct Program : testlib::FormDriver
+{
     Quorvel quorvel;
     ContactManager &contacts = *quorvel.getContactManager();
     ApplicationWindows windows{quorvel};
@@ -94,8 +95,8 @@ private Q_SLOTS:
         program.click(button.toLatin1().constData());
 
         QWidget *other = kind == QLatin1String("Company")
-                             ? static_cast<QWidget *>(program.windows.companyEditorWindow())
-                             : program.windows.companyContactEditorWindow();
+            ? static_cast<QWidget *>(program.windows.companyEditorWindow())
+            : program.windows.companyContactEditorWindow();
         QVERIFY(QTest::qWaitForWindowExposed(other));
         QVERIFY(!window->isVisible());
         QCOMPARE(other->geometry(), place);

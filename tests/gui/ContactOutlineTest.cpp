@@ -1,5 +1,5 @@
-#include "TestMain.h"
 #include "TestEnvironment.h"
+#include "TestMain.h"
 
 #include "app/Quorvel.h"
 #include "app/widgets/MainWindow.h"

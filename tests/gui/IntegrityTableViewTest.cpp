@@ -82,10 +82,10 @@ private Q_SLOTS:
 
         QCOMPARE(QColor(pixelAt(image, right, 0)), QColor(Qt::red));
         QCOMPARE(QColor(image.pixel(0, view->rowViewportPosition(0))), QColor(base));  // outside the rounded corner
-        QCOMPARE(QColor(pixelAt(image, right, 1)), QColor(base));                        // no colour: plain
-        QVERIFY(QColor(pixelAt(image, right, 2)) != QColor(Qt::red));                    // selected: not its status
-        QCOMPARE(view->bandRect(0), QRect(1, view->rowViewportPosition(0) + 1, view->viewport()->width() - 2,
-                                          view->rowHeight(0) - 1));
+        QCOMPARE(QColor(pixelAt(image, right, 1)), QColor(base));  // no colour: plain
+        QVERIFY(QColor(pixelAt(image, right, 2)) != QColor(Qt::red));  // selected: not its status
+        QCOMPARE(view->bandRect(0),
+                 QRect(1, view->rowViewportPosition(0) + 1, view->viewport()->width() - 2, view->rowHeight(0) - 1));
     }
 
     void shouldHandOnlyTheDeleteKeysToTheResponder_data()

@@ -5,13 +5,13 @@
 #include "TestEnvironment.h"
 #include "TestMain.h"
 
-#include "store/PrefsController.h"
 #include "app/Quorvel.h"
 #include "items/Item.h"
 #include "items/ItemManager.h"
 #include "items/widgets/ItemEditorWindow.h"
 #include "items/widgets/ItemPicture.h"
 #include "platform/Paths.h"
+#include "store/PrefsController.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -31,7 +31,8 @@ using testlib::TestEnvironment;
 
 namespace {
 
-struct OpenEditor : testlib::FormDriver {
+struct OpenEditor : testlib::FormDriver
+{
     Quorvel quorvel;
     ItemManager &items = *quorvel.getItemManager();
     ItemEditorWindow window{items};

@@ -1,9 +1,9 @@
 #include "TestMain.h"
 
+#include "TestEnvironment.h"
 #include "items/Item.h"
 #include "items/widgets/ItemPicture.h"
 #include "platform/Paths.h"
-#include "TestEnvironment.h"
 
 #include <QColor>
 #include <QFileInfo>
@@ -65,10 +65,7 @@ private slots:
         QVERIFY(dataDir.isValid());
         platform::paths::setApplicationSupportDir(dataDir.path());
     }
-    void cleanup()
-    {
-        platform::paths::setApplicationSupportDir(testlib::TestEnvironment::current().supportDir());
-    }
+    void cleanup() { platform::paths::setApplicationSupportDir(testlib::TestEnvironment::current().supportDir()); }
 
     void shouldKeepAPictureThroughTheItemsFile_data()
     {

@@ -17,7 +17,8 @@ namespace {
 
 // A toolbar source the test controls: identifiers in order, and an item per
 // identifier ("x" has no image, so it is inert).
-struct FakeItems {
+struct FakeItems
+{
     QStringList identifiers{QStringLiteral("printItemIdentifier"), QStringLiteral("x"),
                             QStringLiteral("padItemIdentifier")};
     QStringList triggered;
@@ -50,7 +51,8 @@ QStringList namesOf(const QList<QAction *> &actions)
 
 // How many pixels of the picture are drawn, and how many of them are in the
 // icons' line colour (#2f4f6f) or accent colour (#e0823d).
-struct Ink {
+struct Ink
+{
     int drawn = 0;
     int line = 0;
     int accent = 0;

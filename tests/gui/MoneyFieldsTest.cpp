@@ -32,8 +32,8 @@ int roomForText(const QLineEdit *edit)
     option.initFrom(edit);
     option.rect = edit->rect();
     option.lineWidth = edit->hasFrame() ? edit->style()->pixelMetric(QStyle::PM_DefaultFrameWidth, &option, edit) : 0;
-    const QRect contents =
-        edit->style()->subElementRect(QStyle::SE_LineEditContents, &option, edit).marginsRemoved(edit->textMargins());
+    const QRect contents
+        = edit->style()->subElementRect(QStyle::SE_LineEditContents, &option, edit).marginsRemoved(edit->textMargins());
     return contents.width() - 2 * 2;  // the line edit's own margin on either side
 }
 

@@ -34,15 +34,24 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("command");
         QTest::addColumn<QString>("editor");
-        QTest::newRow("menu: contact") << "newContactAction" << "contactEditorWindow";
-        QTest::newRow("menu: company") << "newCompanyAction" << "companyEditorWindow";
-        QTest::newRow("menu: order") << "newOrderAction" << "orderEditorWindow";
-        QTest::newRow("menu: item") << "newItemAction" << "itemEditorWindow";
-        QTest::newRow("menu: task") << "newTaskAction" << "taskEditorWindow";
-        QTest::newRow("menu: bill") << "newInvoiceAction" << "billEditorWindow";
-        QTest::newRow("toolbar: contact") << "contactItemIdentifier" << "contactEditorWindow";
-        QTest::newRow("toolbar: company") << "companyItemIdentifier" << "companyEditorWindow";
-        QTest::newRow("toolbar: item") << "itemItemIdentifier" << "itemEditorWindow";
+        QTest::newRow("menu: contact") << "newContactAction"
+                                       << "contactEditorWindow";
+        QTest::newRow("menu: company") << "newCompanyAction"
+                                       << "companyEditorWindow";
+        QTest::newRow("menu: order") << "newOrderAction"
+                                     << "orderEditorWindow";
+        QTest::newRow("menu: item") << "newItemAction"
+                                    << "itemEditorWindow";
+        QTest::newRow("menu: task") << "newTaskAction"
+                                    << "taskEditorWindow";
+        QTest::newRow("menu: bill") << "newInvoiceAction"
+                                    << "billEditorWindow";
+        QTest::newRow("toolbar: contact") << "contactItemIdentifier"
+                                          << "contactEditorWindow";
+        QTest::newRow("toolbar: company") << "companyItemIdentifier"
+                                          << "companyEditorWindow";
+        QTest::newRow("toolbar: item") << "itemItemIdentifier"
+                                       << "itemEditorWindow";
     }
     void shouldOpenTheEditorOfThatKind()
     {

@@ -3,7 +3,6 @@
 #include "TestEnvironment.h"
 #include "TestMain.h"
 
-#include "store/PrefsController.h"
 #include "app/Quorvel.h"
 #include "app/widgets/integrityTableView.h"
 #include "orders/BOMManager.h"
@@ -12,6 +11,7 @@
 #include "orders/OrderManager.h"
 #include "orders/widgets/MyImageView.h"
 #include "orders/widgets/OrderEditorWindow.h"
+#include "store/PrefsController.h"
 
 #include <QApplication>
 #include <QDir>
@@ -28,7 +28,8 @@
 namespace {
 
 // A controller with the editor window over its order manager, at a tax rate.
-struct OpenEditor : testlib::FormDriver {
+struct OpenEditor : testlib::FormDriver
+{
     Quorvel quorvel;
     OrderManager &orders = *quorvel.getOrderManager();
     OrderEditorWindow window{orders};
@@ -107,9 +108,12 @@ private Q_SLOTS:
         QTest::addColumn<bool>("withText");
         QTest::addColumn<QString>("count");
         QTest::addColumn<QString>("image");
-        QTest::newRow("two files") << 2 << false << "There is 1 attachment" << "singlefilewell";
-        QTest::newRow("one file and text") << 1 << true << "There is 1 attachment" << "singlefilewell";
-        QTest::newRow("text only") << 0 << true << "There are no attachments" << "";
+        QTest::newRow("two files") << 2 << false << "There is 1 attachment"
+                                   << "singlefilewell";
+        QTest::newRow("one file and text") << 1 << true << "There is 1 attachment"
+                                           << "singlefilewell";
+        QTest::newRow("text only") << 0 << true << "There are no attachments"
+                                   << "";
     }
     void shouldAttachOnlyTheFirstFileDropped()
     {
@@ -206,7 +210,8 @@ private Q_SLOTS:
         QVERIFY(cell && table->isAncestorOf(cell));
         QTest::keyClicks(cell, QStringLiteral("2.5"));
         QTest::keyClick(cell, Qt::Key_Return);
-        QTRY_COMPARE_WITH_TIMEOUT(model->index(1, 5).data().toString(), QStringLiteral("2.50"), 300);  // committed when queued
+        QTRY_COMPARE_WITH_TIMEOUT(model->index(1, 5).data().toString(), QStringLiteral("2.50"),
+                                  300);  // committed when queued
 
         // Add Line gives the order a free line of its own.
         editor.click("createMaterialButton");

@@ -1,5 +1,6 @@
 #include "TestMain.h"
 
+#include "TestEnvironment.h"
 #include "app/widgets/OutletBinding.h"
 #include "platform/outlets/Button.h"
 #include "platform/outlets/CheckBox.h"
@@ -11,7 +12,6 @@
 #include "platform/outlets/Window.h"
 #include "store/TableDataSource.h"
 #include "store/TableView.h"
-#include "TestEnvironment.h"
 
 #include <QAction>
 #include <QButtonGroup>
@@ -262,13 +262,13 @@ private Q_SLOTS:
         QWidget widget;
         widget.setGeometry(100, 120, 400, 300);
         binding::bind(&window, &widget);
-        QCOMPARE(window.frame(), QRect(100, 120, 400, 300));   // learnt when bound
+        QCOMPARE(window.frame(), QRect(100, 120, 400, 300));  // learnt when bound
 
         window.makeKeyAndOrderFront();
         QVERIFY(QTest::qWaitForWindowExposed(&widget));
         window.setFrame(QRect(40, 50, 320, 240));
         QCOMPARE(widget.geometry(), QRect(40, 50, 320, 240));
-        widget.setGeometry(60, 70, 500, 350);   // moved by the user
+        widget.setGeometry(60, 70, 500, 350);  // moved by the user
         QCOMPARE(window.frame(), QRect(60, 70, 500, 350));
 
         // Another window, made later, takes the place kept under a name.

@@ -1,10 +1,10 @@
 #include "TableCells.h"
 #include "TestMain.h"
 
-#include "store/Picker.h"
 #include "app/widgets/PickerWindow.h"
 #include "app/widgets/integrityTableView.h"
 #include "contacts/Contact.h"
+#include "store/Picker.h"
 
 #include <QLineEdit>
 #include <QPushButton>
@@ -23,7 +23,8 @@ void addContact(kdDataSource &contacts, const QString &name, const QString &add1
 
 // A picker over three contacts with its window, opened as the order editor
 // opens it, counting what the callback receives.
-struct OpenPicker {
+struct OpenPicker
+{
     kdDataSource contacts;
     Picker picker;
     PickerWindow window{picker};
@@ -34,8 +35,8 @@ struct OpenPicker {
         addContact(contacts, QStringLiteral("Ann Smith"), QStringLiteral("1 High St"), 3);
         addContact(contacts, QStringLiteral("Bob Jones"), QStringLiteral("5 Mill Ln"), 5);
         addContact(contacts, QStringLiteral("Bob Brown"), QStringLiteral("9 Elm Rd"), 8);
-        picker.beginfor([this](dataObject *chosen) { received.append(chosen); }, &contacts,
-                        QStringLiteral("name"), QStringLiteral("add1"), QStringLiteral("Contact"));
+        picker.beginfor([this](dataObject *chosen) { received.append(chosen); }, &contacts, QStringLiteral("name"),
+                        QStringLiteral("add1"), QStringLiteral("Contact"));
     }
 
     QStringList shownNames() const { return testlib::modelColumn(*window.table()->model()); }

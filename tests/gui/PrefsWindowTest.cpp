@@ -2,10 +2,10 @@
 #include "Preferences.h"
 #include "TestMain.h"
 
-#include "store/PrefsController.h"
 #include "app/widgets/PrefsWindow.h"
 #include "app/widgets/WelcomePanel.h"
 #include "platform/Paths.h"
+#include "store/PrefsController.h"
 
 #include <QCheckBox>
 #include <QComboBox>

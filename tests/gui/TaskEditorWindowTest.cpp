@@ -22,7 +22,8 @@ using testlib::TestEnvironment;
 namespace {
 
 // The program's windows over a controller, without reading a database.
-struct Program : testlib::FormDriver {
+struct Program : testlib::FormDriver
+{
     Quorvel quorvel;
     ActionManager &actions = *quorvel.getActionManager();
     ApplicationWindows windows{quorvel};

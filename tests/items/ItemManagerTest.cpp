@@ -2,12 +2,10 @@
 // window: new items and their codes, similar items, finishing, the double
 // entry after a cancelled new item, the in-stock filter, pictures and the
 // supplier list.
-#include "TestEnvironment.h"
 #include "DatabaseFiles.h"
+#include "TestEnvironment.h"
 #include "TestMain.h"
 
-#include "store/Picker.h"
-#include "store/PrefsController.h"
 #include "app/Quorvel.h"
 #include "contacts/Contact.h"
 #include "contacts/ContactManager.h"
@@ -15,6 +13,8 @@
 #include "items/ItemManager.h"
 #include "items/SupplierDataSource.h"
 #include "platform/Paths.h"
+#include "store/Picker.h"
+#include "store/PrefsController.h"
 
 #include <QFile>
 #include <QTest>
@@ -177,8 +177,8 @@ private Q_SLOTS:
         QTest::newRow("in stock and search") << QStringLiteral("In Stock") << QStringLiteral("ON")
                                              << QStringList({QStringLiteral("none"), QStringLiteral("one")});
         QTest::newRow("search") << QStringLiteral("All") << QStringLiteral("e")
-                                << QStringList({QStringLiteral("none"), QStringLiteral("zero"),
-                                                QStringLiteral("one"), QStringLiteral("text")});
+                                << QStringList({QStringLiteral("none"), QStringLiteral("zero"), QStringLiteral("one"),
+                                                QStringLiteral("text")});
     }
     void shouldHideItemsOutOfStockOnlyWhenAQuantityWasEntered()
     {

@@ -1,9 +1,9 @@
 #include "TestMain.h"
 
-#include "items/Item.h"
-#include "platform/Paths.h"
 #include "RecordFieldTable.h"
 #include "TestEnvironment.h"
+#include "items/Item.h"
+#include "platform/Paths.h"
 
 #include <QDir>
 #include <QFile>
@@ -73,15 +73,20 @@ private slots:
     {
         QTest::addColumn<QString>("name");
         QTest::addColumn<QString>("expected");
-        const char *stored[] = {"bought", "code", "condition", "description", "item", "price",
-                                "qty", "optimumqty", "shipping", "status", "supplier", "warnlevel"};
+        const char *stored[] = {"bought", "code",       "condition", "description", "item",     "price",
+                                "qty",    "optimumqty", "shipping",  "status",      "supplier", "warnlevel"};
         for (const char *name : stored)
             QTest::newRow(name) << QString::fromLatin1(name) << "";
-        QTest::newRow("decreaseqty") << "decreaseqty" << "NO";
-        QTest::newRow("id") << "id" << "0";
-        QTest::newRow("reorderqty") << "reorderqty" << "0.00";
-        QTest::newRow("stockcost") << "stockcost" << "0.00";
-        QTest::newRow("stockretail") << "stockretail" << "0.00";
+        QTest::newRow("decreaseqty") << "decreaseqty"
+                                     << "NO";
+        QTest::newRow("id") << "id"
+                            << "0";
+        QTest::newRow("reorderqty") << "reorderqty"
+                                    << "0.00";
+        QTest::newRow("stockcost") << "stockcost"
+                                   << "0.00";
+        QTest::newRow("stockretail") << "stockretail"
+                                     << "0.00";
     }
     void shouldAnswerFreshValuesByName()
     {
@@ -94,26 +99,46 @@ private slots:
     {
         QTest::addColumn<QString>("name");
         QTest::addColumn<QString>("expected");
-        QTest::newRow("bought") << "bought" << "2.5";
-        QTest::newRow("code") << "code" << "codeword";
-        QTest::newRow("condition") << "condition" << "conditionword";
-        QTest::newRow("decreaseqty") << "decreaseqty" << "YES";
-        QTest::newRow("description") << "description" << "descriptionword";
-        QTest::newRow("item") << "item" << "itemword";
-        QTest::newRow("id") << "id" << "17";
-        QTest::newRow("price") << "price" << "4";
-        QTest::newRow("qty") << "qty" << "3";
-        QTest::newRow("optimumqty") << "optimumqty" << "10";
-        QTest::newRow("shipping") << "shipping" << "shippingword";
-        QTest::newRow("status") << "status" << "statusword";
-        QTest::newRow("supplier") << "supplier" << "supplierword";
-        QTest::newRow("warnlevel") << "warnlevel" << "warnlevelword";
-        QTest::newRow("reorderqty") << "reorderqty" << "7.00";
-        QTest::newRow("stockcost") << "stockcost" << "7.50";
-        QTest::newRow("stockretail") << "stockretail" << "7.50";
-        QTest::newRow("optimumQty not answered") << "optimumQty" << "";
-        QTest::newRow("decreaseQty not answered") << "decreaseQty" << "";
-        QTest::newRow("image not answered") << "image" << "";
+        QTest::newRow("bought") << "bought"
+                                << "2.5";
+        QTest::newRow("code") << "code"
+                              << "codeword";
+        QTest::newRow("condition") << "condition"
+                                   << "conditionword";
+        QTest::newRow("decreaseqty") << "decreaseqty"
+                                     << "YES";
+        QTest::newRow("description") << "description"
+                                     << "descriptionword";
+        QTest::newRow("item") << "item"
+                              << "itemword";
+        QTest::newRow("id") << "id"
+                            << "17";
+        QTest::newRow("price") << "price"
+                               << "4";
+        QTest::newRow("qty") << "qty"
+                             << "3";
+        QTest::newRow("optimumqty") << "optimumqty"
+                                    << "10";
+        QTest::newRow("shipping") << "shipping"
+                                  << "shippingword";
+        QTest::newRow("status") << "status"
+                                << "statusword";
+        QTest::newRow("supplier") << "supplier"
+                                  << "supplierword";
+        QTest::newRow("warnlevel") << "warnlevel"
+                                   << "warnlevelword";
+        QTest::newRow("reorderqty") << "reorderqty"
+                                    << "7.00";
+        QTest::newRow("stockcost") << "stockcost"
+                                   << "7.50";
+        QTest::newRow("stockretail") << "stockretail"
+                                     << "7.50";
+        QTest::newRow("optimumQty not answered") << "optimumQty"
+                                                 << "";
+        QTest::newRow("decreaseQty not answered") << "decreaseQty"
+                                                  << "";
+        QTest::newRow("image not answered") << "image"
+                                            << "";
     }
     void shouldAnswerFieldsByName()
     {
@@ -132,26 +157,86 @@ private slots:
     void shouldSetExactlyTheNamedField_data()
     {
         testlib::addSetByNameColumns();
-        QTest::newRow("bought") << "bought" << "1.99" << "bought" << "1.99";
-        QTest::newRow("code") << "code" << "X-1" << "code" << "X-1";
-        QTest::newRow("condition") << "condition" << "Used" << "condition" << "Used";
-        QTest::newRow("description") << "description" << "long" << "description" << "long";
-        QTest::newRow("item") << "item" << "Hinge" << "item" << "Hinge";
-        QTest::newRow("price") << "price" << "3" << "price" << "3";
-        QTest::newRow("qty") << "qty" << "8" << "qty" << "8";
-        QTest::newRow("optimumqty") << "optimumqty" << "20" << "optimumQty" << "20";
-        QTest::newRow("shipping") << "shipping" << "0.50" << "shipping" << "0.50";
-        QTest::newRow("status") << "status" << "Active" << "status" << "Active";
-        QTest::newRow("supplier") << "supplier" << "4" << "supplier" << "4";
-        QTest::newRow("warnlevel") << "warnlevel" << "2" << "warnlevel" << "2";
-        QTest::newRow("decreaseqty YES") << "decreaseqty" << "YES" << "decreaseQty" << "true";
-        QTest::newRow("id") << "id" << "55" << "id" << "55";
-        QTest::newRow("optimumQty ignored") << "optimumQty" << "20" << "" << "";
-        QTest::newRow("decreaseQty ignored") << "decreaseQty" << "YES" << "" << "";
-        QTest::newRow("reorderqty ignored") << "reorderqty" << "1" << "" << "";
-        QTest::newRow("stockcost ignored") << "stockcost" << "1" << "" << "";
-        QTest::newRow("stockretail ignored") << "stockretail" << "1" << "" << "";
-        QTest::newRow("image ignored") << "image" << "x" << "" << "";
+        QTest::newRow("bought") << "bought"
+                                << "1.99"
+                                << "bought"
+                                << "1.99";
+        QTest::newRow("code") << "code"
+                              << "X-1"
+                              << "code"
+                              << "X-1";
+        QTest::newRow("condition") << "condition"
+                                   << "Used"
+                                   << "condition"
+                                   << "Used";
+        QTest::newRow("description") << "description"
+                                     << "long"
+                                     << "description"
+                                     << "long";
+        QTest::newRow("item") << "item"
+                              << "Hinge"
+                              << "item"
+                              << "Hinge";
+        QTest::newRow("price") << "price"
+                               << "3"
+                               << "price"
+                               << "3";
+        QTest::newRow("qty") << "qty"
+                             << "8"
+                             << "qty"
+                             << "8";
+        QTest::newRow("optimumqty") << "optimumqty"
+                                    << "20"
+                                    << "optimumQty"
+                                    << "20";
+        QTest::newRow("shipping") << "shipping"
+                                  << "0.50"
+                                  << "shipping"
+                                  << "0.50";
+        QTest::newRow("status") << "status"
+                                << "Active"
+                                << "status"
+                                << "Active";
+        QTest::newRow("supplier") << "supplier"
+                                  << "4"
+                                  << "supplier"
+                                  << "4";
+        QTest::newRow("warnlevel") << "warnlevel"
+                                   << "2"
+                                   << "warnlevel"
+                                   << "2";
+        QTest::newRow("decreaseqty YES") << "decreaseqty"
+                                         << "YES"
+                                         << "decreaseQty"
+                                         << "true";
+        QTest::newRow("id") << "id"
+                            << "55"
+                            << "id"
+                            << "55";
+        QTest::newRow("optimumQty ignored") << "optimumQty"
+                                            << "20"
+                                            << ""
+                                            << "";
+        QTest::newRow("decreaseQty ignored") << "decreaseQty"
+                                             << "YES"
+                                             << ""
+                                             << "";
+        QTest::newRow("reorderqty ignored") << "reorderqty"
+                                            << "1"
+                                            << ""
+                                            << "";
+        QTest::newRow("stockcost ignored") << "stockcost"
+                                           << "1"
+                                           << ""
+                                           << "";
+        QTest::newRow("stockretail ignored") << "stockretail"
+                                             << "1"
+                                             << ""
+                                             << "";
+        QTest::newRow("image ignored") << "image"
+                                       << "x"
+                                       << ""
+                                       << "";
     }
     void shouldSetExactlyTheNamedField()
     {
@@ -199,15 +284,24 @@ private slots:
         QTest::addColumn<QString>("how");
         QTest::addColumn<int>("delta");
         QTest::addColumn<int>("result");
-        QTest::newRow("dec empty") << "" << "dec" << 0 << -1;
-        QTest::newRow("inc empty") << "" << "inc" << 0 << 1;
-        QTest::newRow("dec 5") << "5" << "dec" << 0 << 4;
-        QTest::newRow("dec to negative") << "0" << "dec" << 0 << -1;
-        QTest::newRow("inc words") << "abc" << "inc" << 0 << 1;
-        QTest::newRow("adjust leading number") << "12 boxes" << "adjust" << -5 << 7;
-        QTest::newRow("adjust leading blanks") << "  7" << "adjust" << 3 << 10;
-        QTest::newRow("adjust below zero") << "2" << "adjust" << -6 << -4;
-        QTest::newRow("decimals dropped") << "2.9" << "adjust" << 0 << 2;
+        QTest::newRow("dec empty") << ""
+                                   << "dec" << 0 << -1;
+        QTest::newRow("inc empty") << ""
+                                   << "inc" << 0 << 1;
+        QTest::newRow("dec 5") << "5"
+                               << "dec" << 0 << 4;
+        QTest::newRow("dec to negative") << "0"
+                                         << "dec" << 0 << -1;
+        QTest::newRow("inc words") << "abc"
+                                   << "inc" << 0 << 1;
+        QTest::newRow("adjust leading number") << "12 boxes"
+                                               << "adjust" << -5 << 7;
+        QTest::newRow("adjust leading blanks") << "  7"
+                                               << "adjust" << 3 << 10;
+        QTest::newRow("adjust below zero") << "2"
+                                           << "adjust" << -6 << -4;
+        QTest::newRow("decimals dropped") << "2.9"
+                                          << "adjust" << 0 << 2;
     }
     void shouldAdjustTheQuantity()
     {
@@ -237,13 +331,49 @@ private slots:
         QTest::addColumn<QString>("cost");
         QTest::addColumn<QString>("retail");
         QTest::addColumn<QString>("reorder");
-        QTest::newRow("empty") << "" << "" << "" << "" << "0.00" << "0.00" << "0.00";
-        QTest::newRow("retail from bought, not price") << "2.5" << "4" << "3" << "" << "7.50" << "7.50" << "-3.00";
-        QTest::newRow("reorder up to optimum") << "1" << "2" << "4" << "10" << "4.00" << "4.00" << "6.00";
-        QTest::newRow("above optimum") << "" << "" << "6" << "4" << "0.00" << "0.00" << "-2.00";
+        QTest::newRow("empty") << ""
+                               << ""
+                               << ""
+                               << ""
+                               << "0.00"
+                               << "0.00"
+                               << "0.00";
+        QTest::newRow("retail from bought, not price") << "2.5"
+                                                       << "4"
+                                                       << "3"
+                                                       << ""
+                                                       << "7.50"
+                                                       << "7.50"
+                                                       << "-3.00";
+        QTest::newRow("reorder up to optimum") << "1"
+                                               << "2"
+                                               << "4"
+                                               << "10"
+                                               << "4.00"
+                                               << "4.00"
+                                               << "6.00";
+        QTest::newRow("above optimum") << ""
+                                       << ""
+                                       << "6"
+                                       << "4"
+                                       << "0.00"
+                                       << "0.00"
+                                       << "-2.00";
         // 1.115 lies above the half in single precision and below it in double.
-        QTest::newRow("single precision") << "1.115" << "9" << "1" << "" << "1.12" << "1.12" << "-1.00";
-        QTest::newRow("words") << "cheap" << "dear" << "some" << "many" << "0.00" << "0.00" << "0.00";
+        QTest::newRow("single precision") << "1.115"
+                                          << "9"
+                                          << "1"
+                                          << ""
+                                          << "1.12"
+                                          << "1.12"
+                                          << "-1.00";
+        QTest::newRow("words") << "cheap"
+                               << "dear"
+                               << "some"
+                               << "many"
+                               << "0.00"
+                               << "0.00"
+                               << "0.00";
     }
     void shouldWorkOutStockFigures()
     {
@@ -315,8 +445,7 @@ private slots:
         QCOMPARE(fileBytes(platform::paths::itemImagePath(17)), somePicture);
         QCOMPARE(item.getImage(), somePicture);
         // Only the item's own file is there: the write left nothing behind.
-        QCOMPARE(QDir(platform::paths::itemImagesDir()).entryList(QDir::Files),
-                 QStringList{QStringLiteral("17.tiff")});
+        QCOMPARE(QDir(platform::paths::itemImagesDir()).entryList(QDir::Files), QStringList{QStringLiteral("17.tiff")});
 
         Item sameItemLater;
         sameItemLater.setID(17);

@@ -1,7 +1,7 @@
 #include "TestMain.h"
 
-#include "orders/Material.h"
 #include "RecordFieldTable.h"
+#include "orders/Material.h"
 
 #include <QTest>
 #include <memory>
@@ -50,9 +50,18 @@ private slots:
         QTest::addColumn<QString>("total");
         QTest::addColumn<int>("order");
         QTest::addColumn<int>("product");
-        QTest::newRow("plain") << "plain" << "New Item" << "0" << "0" << 0 << 0;
-        QTest::newRow("free line of an order") << "withOrder" << "New Item" << "" << "" << 12 << 0;
-        QTest::newRow("stock line of an order") << "withOrderAndProduct" << "" << "" << "" << 12 << 5;
+        QTest::newRow("plain") << "plain"
+                               << "New Item"
+                               << "0"
+                               << "0" << 0 << 0;
+        QTest::newRow("free line of an order") << "withOrder"
+                                               << "New Item"
+                                               << ""
+                                               << "" << 12 << 0;
+        QTest::newRow("stock line of an order") << "withOrderAndProduct"
+                                                << ""
+                                                << ""
+                                                << "" << 12 << 5;
     }
     void shouldStartEachKindOfLineWithItsOwnDefaults()
     {
@@ -83,14 +92,28 @@ private slots:
         QTest::addColumn<QString>("qty");
         QTest::addColumn<QString>("cost");
         QTest::addColumn<QString>("total");
-        QTest::newRow("3 x 2.5") << "3" << "2.5" << "7.50";
-        QTest::newRow("empty qty") << "" << "2.5" << "0.00";
-        QTest::newRow("cost not a number") << "3" << "abc" << "0.00";
-        QTest::newRow("leading number") << "12 boxes" << "0.5" << "6.00";
-        QTest::newRow("thousands separator stops the number") << "1" << "1,250" << "1.00";
-        QTest::newRow("negative") << "-2" << "1.25" << "-2.50";
+        QTest::newRow("3 x 2.5") << "3"
+                                 << "2.5"
+                                 << "7.50";
+        QTest::newRow("empty qty") << ""
+                                   << "2.5"
+                                   << "0.00";
+        QTest::newRow("cost not a number") << "3"
+                                           << "abc"
+                                           << "0.00";
+        QTest::newRow("leading number") << "12 boxes"
+                                        << "0.5"
+                                        << "6.00";
+        QTest::newRow("thousands separator stops the number") << "1"
+                                                              << "1,250"
+                                                              << "1.00";
+        QTest::newRow("negative") << "-2"
+                                  << "1.25"
+                                  << "-2.50";
         // 1.115 in single precision lies just above the half, in double just below.
-        QTest::newRow("single precision rounding") << "1" << "1.115" << "1.12";
+        QTest::newRow("single precision rounding") << "1"
+                                                   << "1.115"
+                                                   << "1.12";
     }
     void shouldRecalculateTheTotalInSinglePrecision()
     {
@@ -130,18 +153,30 @@ private slots:
     {
         QTest::addColumn<QString>("name");
         QTest::addColumn<QString>("expected");
-        QTest::newRow("item") << "item" << "Hinge";
-        QTest::newRow("qty") << "qty" << "4";
-        QTest::newRow("cost") << "cost" << "1.20";
-        QTest::newRow("code") << "code" << "HG-1";
-        QTest::newRow("unit") << "unit" << "each";
-        QTest::newRow("total") << "total" << "4.80";
-        QTest::newRow("order:contact:id") << "order:contact:id" << "31";
-        QTest::newRow("order not answered") << "order" << "";
-        QTest::newRow("product not answered") << "product" << "";
-        QTest::newRow("contact not answered") << "contact" << "";
-        QTest::newRow("id not answered") << "id" << "";
-        QTest::newRow("Item wrong case") << "Item" << "";
+        QTest::newRow("item") << "item"
+                              << "Hinge";
+        QTest::newRow("qty") << "qty"
+                             << "4";
+        QTest::newRow("cost") << "cost"
+                              << "1.20";
+        QTest::newRow("code") << "code"
+                              << "HG-1";
+        QTest::newRow("unit") << "unit"
+                              << "each";
+        QTest::newRow("total") << "total"
+                               << "4.80";
+        QTest::newRow("order:contact:id") << "order:contact:id"
+                                          << "31";
+        QTest::newRow("order not answered") << "order"
+                                            << "";
+        QTest::newRow("product not answered") << "product"
+                                              << "";
+        QTest::newRow("contact not answered") << "contact"
+                                              << "";
+        QTest::newRow("id not answered") << "id"
+                                         << "";
+        QTest::newRow("Item wrong case") << "Item"
+                                         << "";
     }
     void shouldAnswerFieldsByName()
     {
@@ -168,18 +203,54 @@ private slots:
     void shouldSetExactlyTheNamedField_data()
     {
         testlib::addSetByNameColumns();
-        QTest::newRow("item") << "item" << "Bolt" << "item" << "Bolt";
-        QTest::newRow("cost") << "cost" << "0.10" << "cost" << "0.10";
-        QTest::newRow("qty") << "qty" << "100" << "qty" << "100";
-        QTest::newRow("code") << "code" << "B-2" << "code" << "B-2";
-        QTest::newRow("unit") << "unit" << "box" << "unit" << "box";
-        QTest::newRow("total") << "total" << "10.00" << "total" << "10.00";
-        QTest::newRow("order moves the line") << "order" << "12" << "order" << "12";
-        QTest::newRow("order not a number") << "order" << "x" << "order" << "0";
-        QTest::newRow("product") << "product" << "5x" << "product" << "5";
-        QTest::newRow("contact ignored") << "contact" << "9" << "" << "";
-        QTest::newRow("id ignored") << "id" << "9" << "" << "";
-        QTest::newRow("Qty wrong case") << "Qty" << "9" << "" << "";
+        QTest::newRow("item") << "item"
+                              << "Bolt"
+                              << "item"
+                              << "Bolt";
+        QTest::newRow("cost") << "cost"
+                              << "0.10"
+                              << "cost"
+                              << "0.10";
+        QTest::newRow("qty") << "qty"
+                             << "100"
+                             << "qty"
+                             << "100";
+        QTest::newRow("code") << "code"
+                              << "B-2"
+                              << "code"
+                              << "B-2";
+        QTest::newRow("unit") << "unit"
+                              << "box"
+                              << "unit"
+                              << "box";
+        QTest::newRow("total") << "total"
+                               << "10.00"
+                               << "total"
+                               << "10.00";
+        QTest::newRow("order moves the line") << "order"
+                                              << "12"
+                                              << "order"
+                                              << "12";
+        QTest::newRow("order not a number") << "order"
+                                            << "x"
+                                            << "order"
+                                            << "0";
+        QTest::newRow("product") << "product"
+                                 << "5x"
+                                 << "product"
+                                 << "5";
+        QTest::newRow("contact ignored") << "contact"
+                                         << "9"
+                                         << ""
+                                         << "";
+        QTest::newRow("id ignored") << "id"
+                                    << "9"
+                                    << ""
+                                    << "";
+        QTest::newRow("Qty wrong case") << "Qty"
+                                        << "9"
+                                        << ""
+                                        << "";
     }
     void shouldSetExactlyTheNamedField()
     {

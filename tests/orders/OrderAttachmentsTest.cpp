@@ -35,7 +35,8 @@ QString outside(const QString &name)
 }
 
 // The order manager with the editor's attachment outlets and order 7 open.
-struct Editor {
+struct Editor
+{
     Quorvel quorvel;
     OrderManager &manager = *quorvel.getOrderManager();
 
@@ -74,14 +75,16 @@ private Q_SLOTS:
         QTest::addColumn<QStringList>("entries");
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("icon");
-        QTest::newRow("no folder") << QStringList{} << "There are no attachments" << "";
-        QTest::newRow("one") << QStringList{"plan.pdf"} << "There is 1 attachment" << "singlefilewell";
-        QTest::newRow("Finder file first") << QStringList{".DS_Store", "a.pdf", "b.pdf"}
-                                           << "There are  2  attachments" << "doublefilewell";
-        QTest::newRow("Finder file not first") << QStringList{".DS_Store", "-draft.txt"}
-                                               << "There are  2  attachments" << "doublefilewell";
-        QTest::newRow("a folder counts once") << QStringList{"photos/a.jpg", "photos/b.jpg"}
-                                              << "There is 1 attachment" << "singlefilewell";
+        QTest::newRow("no folder") << QStringList{} << "There are no attachments"
+                                   << "";
+        QTest::newRow("one") << QStringList{"plan.pdf"} << "There is 1 attachment"
+                             << "singlefilewell";
+        QTest::newRow("Finder file first") << QStringList{".DS_Store", "a.pdf", "b.pdf"} << "There are  2  attachments"
+                                           << "doublefilewell";
+        QTest::newRow("Finder file not first") << QStringList{".DS_Store", "-draft.txt"} << "There are  2  attachments"
+                                               << "doublefilewell";
+        QTest::newRow("a folder counts once") << QStringList{"photos/a.jpg", "photos/b.jpg"} << "There is 1 attachment"
+                                              << "singlefilewell";
     }
     void shouldCountAndDescribeTheAttachments()
     {

@@ -4,7 +4,6 @@
 #include "TestEnvironment.h"
 #include "TestMain.h"
 
-#include "store/PrefsController.h"
 #include "app/Quorvel.h"
 #include "contacts/Contact.h"
 #include "contacts/ContactManager.h"
@@ -13,6 +12,7 @@
 #include "orders/Order.h"
 #include "orders/OrderManager.h"
 #include "platform/Paths.h"
+#include "store/PrefsController.h"
 
 #include <QDir>
 #include <QFile>
@@ -126,10 +126,14 @@ private Q_SLOTS:
         QTest::addColumn<QStringList>("figures");  // value, tax amount, shipping, deposit
         QTest::addColumn<QString>("balance");
         QTest::addColumn<QString>("total");
-        QTest::newRow("a deposit against cents") << QStringList{"385.33", "67.45", "", "100"} << "352.78" << "452.78";
-        QTest::newRow("whole figures") << QStringList{"100", "17.50", "10", "20"} << "107.50" << "127.50";
-        QTest::newRow("more paid than owed") << QStringList{"10", "", "", "25"} << "-15.00" << "10.00";
-        QTest::newRow("figures with words") << QStringList{"12 boxes", "", "", "on account"} << "12.00" << "12.00";
+        QTest::newRow("a deposit against cents") << QStringList{"385.33", "67.45", "", "100"} << "352.78"
+                                                 << "452.78";
+        QTest::newRow("whole figures") << QStringList{"100", "17.50", "10", "20"} << "107.50"
+                                       << "127.50";
+        QTest::newRow("more paid than owed") << QStringList{"10", "", "", "25"} << "-15.00"
+                                             << "10.00";
+        QTest::newRow("figures with words") << QStringList{"12 boxes", "", "", "on account"} << "12.00"
+                                            << "12.00";
     }
     void shouldShowAndStoreTheBalanceWithTwoDecimals()
     {
@@ -177,11 +181,16 @@ private Q_SLOTS:
         QTest::addColumn<int>("answer");  // to the question, when there is one
         QTest::addColumn<QString>("rateAfter");
         QTest::addColumn<QString>("label");
-        QTest::newRow("change") << "15.00" << 1 << "17.50" << "VAT @ 17.50%";
-        QTest::newRow("keep") << "15.00" << 0 << "15.00" << "VAT @ 15.00%";
-        QTest::newRow("no rate") << "0" << 0 << "0" << "";
-        QTest::newRow("empty rate") << "" << 0 << "" << "";
-        QTest::newRow("unchanged") << "17.5" << 1 << "17.5" << "VAT @ 17.5%";
+        QTest::newRow("change") << "15.00" << 1 << "17.50"
+                                << "VAT @ 17.50%";
+        QTest::newRow("keep") << "15.00" << 0 << "15.00"
+                              << "VAT @ 15.00%";
+        QTest::newRow("no rate") << "0" << 0 << "0"
+                                 << "";
+        QTest::newRow("empty rate") << "" << 0 << ""
+                                    << "";
+        QTest::newRow("unchanged") << "17.5" << 1 << "17.5"
+                                   << "VAT @ 17.5%";
     }
     void shouldAskAboutAChangedRateAndShowTaxOnlyWithARate()
     {
@@ -219,10 +228,17 @@ private Q_SLOTS:
         QTest::addColumn<QString>("shown");
         QTest::addColumn<QString>("search");
         QTest::addColumn<QString>("titles");
-        QTest::newRow("incomplete at start") << QString() << "" << "Kitchen";
-        QTest::newRow("all") << "All" << "" << "Kitchen Garden Sink";
-        QTest::newRow("text") << "All" << "kitch" << "Kitchen";
-        QTest::newRow("customer shows complete") << "Incomplete" << "smith" << "Kitchen Garden";
+        QTest::newRow("incomplete at start") << QString() << ""
+                                             << "Kitchen";
+        QTest::newRow("all") << "All"
+                             << ""
+                             << "Kitchen Garden Sink";
+        QTest::newRow("text") << "All"
+                              << "kitch"
+                              << "Kitchen";
+        QTest::newRow("customer shows complete") << "Incomplete"
+                                                 << "smith"
+                                                 << "Kitchen Garden";
     }
     void shouldFilterByStatusTextAndCustomer()
     {
@@ -285,8 +301,10 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("title");
         QTest::addColumn<QString>("block");
-        QTest::newRow("with a title") << "Mrs" << "Mrs Ann Lee\r1 High St\r\rLeeds\rLS1 1AA\r";
-        QTest::newRow("without") << "" << "Ann Lee\r1 High St\r\rLeeds\rLS1 1AA\r";
+        QTest::newRow("with a title") << "Mrs"
+                                      << "Mrs Ann Lee\r1 High St\r\rLeeds\rLS1 1AA\r";
+        QTest::newRow("without") << ""
+                                 << "Ann Lee\r1 High St\r\rLeeds\rLS1 1AA\r";
     }
     void shouldGiveTheCustomersPostalBlock()
     {

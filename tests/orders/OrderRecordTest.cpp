@@ -1,8 +1,8 @@
 #include "TestMain.h"
 
+#include "RecordFieldTable.h"
 #include "contacts/Contact.h"
 #include "orders/Order.h"
-#include "RecordFieldTable.h"
 
 #include <QTest>
 
@@ -91,15 +91,24 @@ private slots:
     {
         QTest::addColumn<QString>("name");
         QTest::addColumn<QString>("expected");
-        QTest::newRow("type") << "type" << "Order";
-        QTest::newRow("status") << "status" << "Enquiry";
-        QTest::newRow("paymentmethod") << "paymentmethod" << "web";
-        QTest::newRow("balance") << "balance" << "";
-        QTest::newRow("title") << "title" << "";
-        QTest::newRow("includeBOM") << "includeBOM" << "No";
-        QTest::newRow("sent") << "sent" << "No";
-        QTest::newRow("contact:name without contact") << "contact:name" << "";
-        QTest::newRow("contact:id without contact") << "contact:id" << "";
+        QTest::newRow("type") << "type"
+                              << "Order";
+        QTest::newRow("status") << "status"
+                                << "Enquiry";
+        QTest::newRow("paymentmethod") << "paymentmethod"
+                                       << "web";
+        QTest::newRow("balance") << "balance"
+                                 << "";
+        QTest::newRow("title") << "title"
+                               << "";
+        QTest::newRow("includeBOM") << "includeBOM"
+                                    << "No";
+        QTest::newRow("sent") << "sent"
+                              << "No";
+        QTest::newRow("contact:name without contact") << "contact:name"
+                                                      << "";
+        QTest::newRow("contact:id without contact") << "contact:id"
+                                                    << "";
     }
     void shouldAnswerFreshValuesByName()
     {
@@ -112,36 +121,66 @@ private slots:
     {
         QTest::addColumn<QString>("name");
         QTest::addColumn<QString>("expected");
-        QTest::newRow("balance") << "balance" << "balance-text";
-        QTest::newRow("balancePaid") << "balancePaid" << "balancePaid-text";
-        QTest::newRow("balancepaid") << "balancepaid" << "balancePaid-text";
-        QTest::newRow("date") << "date" << "date-text";
-        QTest::newRow("deposit") << "deposit" << "deposit-text";
-        QTest::newRow("depositPaid") << "depositPaid" << "depositPaid-text";
-        QTest::newRow("depositpaid") << "depositpaid" << "depositPaid-text";
-        QTest::newRow("description") << "description" << "description-text";
-        QTest::newRow("title") << "title" << "title-text";
-        QTest::newRow("orderNum") << "orderNum" << "orderNum-text";
-        QTest::newRow("ordernum") << "ordernum" << "orderNum-text";
-        QTest::newRow("paymentmethod") << "paymentmethod" << "paymentMethod-text";
-        QTest::newRow("value") << "value" << "value-text";
-        QTest::newRow("status") << "status" << "status-text";
-        QTest::newRow("shipping") << "shipping" << "shipping-text";
-        QTest::newRow("type") << "type" << "type-text";
-        QTest::newRow("tax answers the balance") << "tax" << "balance-text";
-        QTest::newRow("taxRate") << "taxRate" << "taxRate-text";
-        QTest::newRow("valueWithTax") << "valueWithTax" << "valueWithTax-text";
-        QTest::newRow("includeBOM set") << "includeBOM" << "Yes";
-        QTest::newRow("sent set") << "sent" << "Yes";
-        QTest::newRow("taxrate not answered") << "taxrate" << "";
-        QTest::newRow("valuewithtax not answered") << "valuewithtax" << "";
-        QTest::newRow("paymentMethod not answered") << "paymentMethod" << "";
-        QTest::newRow("repeats not answered") << "repeats" << "";
-        QTest::newRow("repeatFrequency not answered") << "repeatFrequency" << "";
-        QTest::newRow("lastRepeatDate not answered") << "lastRepeatDate" << "";
-        QTest::newRow("includebom not answered") << "includebom" << "";
-        QTest::newRow("id not answered") << "id" << "";
-        QTest::newRow("Title wrong case") << "Title" << "";
+        QTest::newRow("balance") << "balance"
+                                 << "balance-text";
+        QTest::newRow("balancePaid") << "balancePaid"
+                                     << "balancePaid-text";
+        QTest::newRow("balancepaid") << "balancepaid"
+                                     << "balancePaid-text";
+        QTest::newRow("date") << "date"
+                              << "date-text";
+        QTest::newRow("deposit") << "deposit"
+                                 << "deposit-text";
+        QTest::newRow("depositPaid") << "depositPaid"
+                                     << "depositPaid-text";
+        QTest::newRow("depositpaid") << "depositpaid"
+                                     << "depositPaid-text";
+        QTest::newRow("description") << "description"
+                                     << "description-text";
+        QTest::newRow("title") << "title"
+                               << "title-text";
+        QTest::newRow("orderNum") << "orderNum"
+                                  << "orderNum-text";
+        QTest::newRow("ordernum") << "ordernum"
+                                  << "orderNum-text";
+        QTest::newRow("paymentmethod") << "paymentmethod"
+                                       << "paymentMethod-text";
+        QTest::newRow("value") << "value"
+                               << "value-text";
+        QTest::newRow("status") << "status"
+                                << "status-text";
+        QTest::newRow("shipping") << "shipping"
+                                  << "shipping-text";
+        QTest::newRow("type") << "type"
+                              << "type-text";
+        QTest::newRow("tax answers the balance") << "tax"
+                                                 << "balance-text";
+        QTest::newRow("taxRate") << "taxRate"
+                                 << "taxRate-text";
+        QTest::newRow("valueWithTax") << "valueWithTax"
+                                      << "valueWithTax-text";
+        QTest::newRow("includeBOM set") << "includeBOM"
+                                        << "Yes";
+        QTest::newRow("sent set") << "sent"
+                                  << "Yes";
+        QTest::newRow("taxrate not answered") << "taxrate"
+                                              << "";
+        QTest::newRow("valuewithtax not answered") << "valuewithtax"
+                                                   << "";
+        QTest::newRow("paymentMethod not answered") << "paymentMethod"
+                                                    << "";
+        QTest::newRow("repeats not answered") << "repeats"
+                                              << "";
+        QTest::newRow("repeatFrequency not answered") << "repeatFrequency"
+                                                      << "";
+        QTest::newRow("lastRepeatDate not answered") << "lastRepeatDate"
+                                                     << "";
+        QTest::newRow("includebom not answered") << "includebom"
+                                                 << "";
+        QTest::newRow("id not answered") << "id"
+                                         << "";
+        QTest::newRow("Title wrong case") << "Title"
+                                          << "";
     }
     void shouldAnswerFieldsByName()
     {
@@ -171,7 +210,8 @@ private slots:
         Order order;
         order.setIncludeBOM(includeBOM);
         order.setSent(sent);
-        QCOMPARE(order.getFieldByName(QStringLiteral("includeBOM")), includeBOM ? QStringLiteral("Yes") : QStringLiteral("No"));
+        QCOMPARE(order.getFieldByName(QStringLiteral("includeBOM")),
+                 includeBOM ? QStringLiteral("Yes") : QStringLiteral("No"));
         QCOMPARE(order.getFieldByName(QStringLiteral("sent")), sent ? QStringLiteral("Yes") : QStringLiteral("No"));
     }
 
@@ -179,29 +219,52 @@ private slots:
     {
         QTest::addColumn<QString>("name");
         QTest::addColumn<QString>("expected");
-        QTest::newRow("add1") << "contact:add1" << "1 High St";
-        QTest::newRow("add2") << "contact:add2" << "Lower Town";
-        QTest::newRow("add3") << "contact:add3" << "Shire";
-        QTest::newRow("comments") << "contact:comments" << "pays late";
-        QTest::newRow("companyname") << "contact:companyname" << "Acme Ltd";
-        QTest::newRow("email") << "contact:email" << "jane@example.com";
-        QTest::newRow("extension") << "contact:extension" << "204";
-        QTest::newRow("fax") << "contact:fax" << "0100 200";
-        QTest::newRow("id") << "contact:id" << "31";
-        QTest::newRow("jobtitle") << "contact:jobtitle" << "Buyer";
-        QTest::newRow("kind") << "contact:kind" << "Company Contact";
-        QTest::newRow("mobile") << "contact:mobile" << "07700 900";
-        QTest::newRow("name") << "contact:name" << "Jane van Smith";
-        QTest::newRow("surname") << "contact:surname" << "Smith";
-        QTest::newRow("phone") << "contact:phone" << "0100 300";
-        QTest::newRow("postcode") << "contact:postcode" << "AB1 2CD";
-        QTest::newRow("title") << "contact:title" << "Dr";
-        QTest::newRow("type") << "contact:type" << "Supplier";
-        QTest::newRow("website") << "contact:website" << "example.com";
-        QTest::newRow("jobTitle not answered") << "contact:jobTitle" << "";
-        QTest::newRow("address not answered") << "contact:address" << "";
-        QTest::newRow("company not answered") << "contact:company" << "";
-        QTest::newRow("order's own title still answered") << "title" << "title-text";
+        QTest::newRow("add1") << "contact:add1"
+                              << "1 High St";
+        QTest::newRow("add2") << "contact:add2"
+                              << "Lower Town";
+        QTest::newRow("add3") << "contact:add3"
+                              << "Shire";
+        QTest::newRow("comments") << "contact:comments"
+                                  << "pays late";
+        QTest::newRow("companyname") << "contact:companyname"
+                                     << "Acme Ltd";
+        QTest::newRow("email") << "contact:email"
+                               << "jane@example.com";
+        QTest::newRow("extension") << "contact:extension"
+                                   << "204";
+        QTest::newRow("fax") << "contact:fax"
+                             << "0100 200";
+        QTest::newRow("id") << "contact:id"
+                            << "31";
+        QTest::newRow("jobtitle") << "contact:jobtitle"
+                                  << "Buyer";
+        QTest::newRow("kind") << "contact:kind"
+                              << "Company Contact";
+        QTest::newRow("mobile") << "contact:mobile"
+                                << "07700 900";
+        QTest::newRow("name") << "contact:name"
+                              << "Jane van Smith";
+        QTest::newRow("surname") << "contact:surname"
+                                 << "Smith";
+        QTest::newRow("phone") << "contact:phone"
+                               << "0100 300";
+        QTest::newRow("postcode") << "contact:postcode"
+                                  << "AB1 2CD";
+        QTest::newRow("title") << "contact:title"
+                               << "Dr";
+        QTest::newRow("type") << "contact:type"
+                              << "Supplier";
+        QTest::newRow("website") << "contact:website"
+                                 << "example.com";
+        QTest::newRow("jobTitle not answered") << "contact:jobTitle"
+                                               << "";
+        QTest::newRow("address not answered") << "contact:address"
+                                              << "";
+        QTest::newRow("company not answered") << "contact:company"
+                                              << "";
+        QTest::newRow("order's own title still answered") << "title"
+                                                          << "title-text";
     }
     void shouldAnswerTheLinkedContactsFields()
     {
@@ -224,35 +287,122 @@ private slots:
     void shouldSetExactlyTheNamedField_data()
     {
         testlib::addSetByNameColumns();
-        QTest::newRow("balance") << "balance" << "5.00" << "balance" << "5.00";
-        QTest::newRow("balancePaid") << "balancePaid" << "1/2/08" << "balancePaid" << "1/2/08";
-        QTest::newRow("balancepaid ignored") << "balancepaid" << "1/2/08" << "" << "";
-        QTest::newRow("date") << "date" << "02/01/08" << "date" << "02/01/08";
-        QTest::newRow("deposit") << "deposit" << "10" << "deposit" << "10";
-        QTest::newRow("depositPaid") << "depositPaid" << "yes" << "depositPaid" << "yes";
-        QTest::newRow("depositpaid ignored") << "depositpaid" << "yes" << "" << "";
-        QTest::newRow("description") << "description" << "two\nlines" << "description" << "two\nlines";
-        QTest::newRow("id") << "id" << "42" << "id" << "42";
-        QTest::newRow("id leading number") << "id" << "7x" << "id" << "7";
-        QTest::newRow("title") << "title" << "Fence" << "title" << "Fence";
-        QTest::newRow("ordernum") << "ordernum" << "Q-9" << "orderNum" << "Q-9";
-        QTest::newRow("orderNum ignored") << "orderNum" << "Q-9" << "" << "";
-        QTest::newRow("paymentmethod") << "paymentmethod" << "cash" << "paymentMethod" << "cash";
-        QTest::newRow("paymentMethod ignored") << "paymentMethod" << "cash" << "" << "";
-        QTest::newRow("value") << "value" << "100" << "value" << "100";
-        QTest::newRow("status") << "status" << "Complete" << "status" << "Complete";
-        QTest::newRow("shipping") << "shipping" << "4.95" << "shipping" << "4.95";
-        QTest::newRow("type") << "type" << "Quote" << "type" << "Quote";
-        QTest::newRow("tax sets the tax") << "tax" << "17.50" << "tax" << "17.50";
-        QTest::newRow("taxrate") << "taxrate" << "20.00" << "taxRate" << "20.00";
-        QTest::newRow("taxRate ignored") << "taxRate" << "20.00" << "" << "";
-        QTest::newRow("valuewithtax") << "valuewithtax" << "120.00" << "valueWithTax" << "120.00";
-        QTest::newRow("valueWithTax ignored") << "valueWithTax" << "120.00" << "" << "";
-        QTest::newRow("lastrepeatdate ignored") << "lastrepeatdate" << "01/01/08" << "" << "";
-        QTest::newRow("repeatfrequency ignored") << "repeatfrequency" << "week" << "" << "";
-        QTest::newRow("repeats ignored") << "repeats" << "YES" << "" << "";
-        QTest::newRow("contact ignored") << "contact" << "3" << "" << "";
-        QTest::newRow("unknown ignored") << "colour" << "red" << "" << "";
+        QTest::newRow("balance") << "balance"
+                                 << "5.00"
+                                 << "balance"
+                                 << "5.00";
+        QTest::newRow("balancePaid") << "balancePaid"
+                                     << "1/2/08"
+                                     << "balancePaid"
+                                     << "1/2/08";
+        QTest::newRow("balancepaid ignored") << "balancepaid"
+                                             << "1/2/08"
+                                             << ""
+                                             << "";
+        QTest::newRow("date") << "date"
+                              << "02/01/08"
+                              << "date"
+                              << "02/01/08";
+        QTest::newRow("deposit") << "deposit"
+                                 << "10"
+                                 << "deposit"
+                                 << "10";
+        QTest::newRow("depositPaid") << "depositPaid"
+                                     << "yes"
+                                     << "depositPaid"
+                                     << "yes";
+        QTest::newRow("depositpaid ignored") << "depositpaid"
+                                             << "yes"
+                                             << ""
+                                             << "";
+        QTest::newRow("description") << "description"
+                                     << "two\nlines"
+                                     << "description"
+                                     << "two\nlines";
+        QTest::newRow("id") << "id"
+                            << "42"
+                            << "id"
+                            << "42";
+        QTest::newRow("id leading number") << "id"
+                                           << "7x"
+                                           << "id"
+                                           << "7";
+        QTest::newRow("title") << "title"
+                               << "Fence"
+                               << "title"
+                               << "Fence";
+        QTest::newRow("ordernum") << "ordernum"
+                                  << "Q-9"
+                                  << "orderNum"
+                                  << "Q-9";
+        QTest::newRow("orderNum ignored") << "orderNum"
+                                          << "Q-9"
+                                          << ""
+                                          << "";
+        QTest::newRow("paymentmethod") << "paymentmethod"
+                                       << "cash"
+                                       << "paymentMethod"
+                                       << "cash";
+        QTest::newRow("paymentMethod ignored") << "paymentMethod"
+                                               << "cash"
+                                               << ""
+                                               << "";
+        QTest::newRow("value") << "value"
+                               << "100"
+                               << "value"
+                               << "100";
+        QTest::newRow("status") << "status"
+                                << "Complete"
+                                << "status"
+                                << "Complete";
+        QTest::newRow("shipping") << "shipping"
+                                  << "4.95"
+                                  << "shipping"
+                                  << "4.95";
+        QTest::newRow("type") << "type"
+                              << "Quote"
+                              << "type"
+                              << "Quote";
+        QTest::newRow("tax sets the tax") << "tax"
+                                          << "17.50"
+                                          << "tax"
+                                          << "17.50";
+        QTest::newRow("taxrate") << "taxrate"
+                                 << "20.00"
+                                 << "taxRate"
+                                 << "20.00";
+        QTest::newRow("taxRate ignored") << "taxRate"
+                                         << "20.00"
+                                         << ""
+                                         << "";
+        QTest::newRow("valuewithtax") << "valuewithtax"
+                                      << "120.00"
+                                      << "valueWithTax"
+                                      << "120.00";
+        QTest::newRow("valueWithTax ignored") << "valueWithTax"
+                                              << "120.00"
+                                              << ""
+                                              << "";
+        QTest::newRow("lastrepeatdate ignored") << "lastrepeatdate"
+                                                << "01/01/08"
+                                                << ""
+                                                << "";
+        QTest::newRow("repeatfrequency ignored") << "repeatfrequency"
+                                                 << "week"
+                                                 << ""
+                                                 << "";
+        QTest::newRow("repeats ignored") << "repeats"
+                                         << "YES"
+                                         << ""
+                                         << "";
+        QTest::newRow("contact ignored") << "contact"
+                                         << "3"
+                                         << ""
+                                         << "";
+        QTest::newRow("unknown ignored") << "colour"
+                                         << "red"
+                                         << ""
+                                         << "";
     }
     void shouldSetExactlyTheNamedField()
     {
@@ -273,17 +423,28 @@ private slots:
         QTest::addColumn<bool>("before");
         QTest::addColumn<bool>("includeBOM");
         QTest::addColumn<bool>("sent");
-        QTest::newRow("includeBOM Yes") << "includeBOM" << "Yes" << false << true << false;
-        QTest::newRow("includebom Yes") << "includebom" << "Yes" << false << true << false;
-        QTest::newRow("includeBOM YES clears") << "includeBOM" << "YES" << true << false << true;
-        QTest::newRow("includeBOM yes clears") << "includeBOM" << "yes" << true << false << true;
-        QTest::newRow("includeBOM No clears") << "includeBOM" << "No" << true << false << true;
-        QTest::newRow("IncludeBOM ignored") << "IncludeBOM" << "Yes" << false << false << false;
-        QTest::newRow("sent No sets") << "sent" << "No" << false << false << true;
-        QTest::newRow("sent Yes clears") << "sent" << "Yes" << true << true << false;
-        QTest::newRow("sent empty clears") << "sent" << "" << true << true << false;
-        QTest::newRow("sent no (lower) clears") << "sent" << "no" << true << true << false;
-        QTest::newRow("Sent ignored") << "Sent" << "No" << true << true << true;
+        QTest::newRow("includeBOM Yes") << "includeBOM"
+                                        << "Yes" << false << true << false;
+        QTest::newRow("includebom Yes") << "includebom"
+                                        << "Yes" << false << true << false;
+        QTest::newRow("includeBOM YES clears") << "includeBOM"
+                                               << "YES" << true << false << true;
+        QTest::newRow("includeBOM yes clears") << "includeBOM"
+                                               << "yes" << true << false << true;
+        QTest::newRow("includeBOM No clears") << "includeBOM"
+                                              << "No" << true << false << true;
+        QTest::newRow("IncludeBOM ignored") << "IncludeBOM"
+                                            << "Yes" << false << false << false;
+        QTest::newRow("sent No sets") << "sent"
+                                      << "No" << false << false << true;
+        QTest::newRow("sent Yes clears") << "sent"
+                                         << "Yes" << true << true << false;
+        QTest::newRow("sent empty clears") << "sent"
+                                           << "" << true << true << false;
+        QTest::newRow("sent no (lower) clears") << "sent"
+                                                << "no" << true << true << false;
+        QTest::newRow("Sent ignored") << "Sent"
+                                      << "No" << true << true << true;
     }
     void shouldReadFlagsByName()
     {

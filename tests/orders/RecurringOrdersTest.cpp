@@ -4,7 +4,6 @@
 #include "TestEnvironment.h"
 #include "TestMain.h"
 
-#include "store/PrefsController.h"
 #include "app/Quorvel.h"
 #include "orders/BOMManager.h"
 #include "orders/Material.h"
@@ -12,6 +11,7 @@
 #include "orders/OrderManager.h"
 #include "platform/Dates.h"
 #include "platform/Paths.h"
+#include "store/PrefsController.h"
 
 #include <QSettings>
 #include <QTest>
@@ -57,8 +57,12 @@ private Q_SLOTS:
         quorvel.getPrefsController()->termOrder->setStringValue(QStringLiteral("Job"));
         Order *source = addRepeatingOrder(quorvel, QStringLiteral("week"), QStringLiteral("01/01/26"));
         source->setDescription(QStringLiteral("Front and back"));
-        for (const auto &[name, value] : {std::pair{"value", "40"}, {"tax", "8.00"}, {"status", "Invoiced"},
-                                          {"deposit", "16"}, {"paymentmethod", "cash"}, {"type", "Invoice"}})
+        for (const auto &[name, value] : {std::pair{"value", "40"},
+                                          {"tax", "8.00"},
+                                          {"status", "Invoiced"},
+                                          {"deposit", "16"},
+                                          {"paymentmethod", "cash"},
+                                          {"type", "Invoice"}})
             source->setFieldByName(QLatin1String(name), QLatin1String(value));
         source->setSent(true);
         quorvel.getBOMManager()->add(Material::withOrder(source->getID()));
@@ -67,7 +71,7 @@ private Q_SLOTS:
         QCOMPARE(quorvel.getOrderManager()->getCount(), 2);
         QCOMPARE(copy->getOrderNum(), QStringLiteral("INV2"));
         QCOMPARE(copy->getDescription(), QStringLiteral("Recurrence of Order INV1\rFront and back"));
-        const QStringList fields{copy->getDate(), copy->getValue(), copy->getTax(), copy->getStatus(),
+        const QStringList fields{copy->getDate(),  copy->getValue(),   copy->getTax(),           copy->getStatus(),
                                  copy->getTitle(), copy->getDeposit(), copy->getPaymentMethod(), copy->getType()};
         // Dated today, as the order editor's date field writes it.
         QCOMPARE(fields, (QStringList{"15/01/26", "40", "8.00", "Invoiced", "Windows", "", "web", "Order"}));
@@ -87,13 +91,34 @@ private Q_SLOTS:
         QTest::addColumn<QString>("last");
         QTest::addColumn<QString>("now");
         QTest::addColumn<QString>("lastAfter");  // unchanged: no copy
-        QTest::newRow("month") << "month" << "15/01/09" << "15/02/09 00:01" << "15/02/09";
-        QTest::newRow("month, exactly due") << "month" << "15/01/09" << "15/02/09 00:00" << "15/01/09";
-        QTest::newRow("end of month") << "month" << "31/01/09" << "01/03/09 00:00" << "28/02/09";
-        QTest::newRow("week") << "week" << "01/01/26" << "08/01/26 09:00" << "08/01/26";
-        QTest::newRow("year, a month on") << "year" << "15/01/09" << "16/02/09 00:00" << "15/01/09";
-        QTest::newRow("year") << "year" << "15/01/09" << "16/01/10 00:00" << "15/01/10";
-        QTest::newRow("unreadable date") << "week" << "soon" << "16/01/26 00:00" << "soon";
+        QTest::newRow("month") << "month"
+                               << "15/01/09"
+                               << "15/02/09 00:01"
+                               << "15/02/09";
+        QTest::newRow("month, exactly due") << "month"
+                                            << "15/01/09"
+                                            << "15/02/09 00:00"
+                                            << "15/01/09";
+        QTest::newRow("end of month") << "month"
+                                      << "31/01/09"
+                                      << "01/03/09 00:00"
+                                      << "28/02/09";
+        QTest::newRow("week") << "week"
+                              << "01/01/26"
+                              << "08/01/26 09:00"
+                              << "08/01/26";
+        QTest::newRow("year, a month on") << "year"
+                                          << "15/01/09"
+                                          << "16/02/09 00:00"
+                                          << "15/01/09";
+        QTest::newRow("year") << "year"
+                              << "15/01/09"
+                              << "16/01/10 00:00"
+                              << "15/01/10";
+        QTest::newRow("unreadable date") << "week"
+                                         << "soon"
+                                         << "16/01/26 00:00"
+                                         << "soon";
     }
     void shouldRepeatOnceTheNextDateHasPassed()
     {
@@ -157,11 +182,13 @@ private Q_SLOTS:
         if (due == 1) {
             QVERIFY(alerts.first().details.isEmpty());
         } else {
-            QCOMPARE(alerts.first().informativeText,
-                     QStringLiteral("%1 repeating Jobs have been duplicated; their new numbers are listed below.").arg(due));
+            QCOMPARE(
+                alerts.first().informativeText,
+                QStringLiteral("%1 repeating Jobs have been duplicated; their new numbers are listed below.").arg(due));
             const QStringList lines = alerts.first().details.split(QLatin1Char('\n'));
             QCOMPARE(int(lines.size()), due);
-            QCOMPARE(lines.last(), QStringLiteral("INV%1 'Windows' \u2192 %2").arg(due).arg(copies.last().second->getOrderNum()));
+            QCOMPARE(lines.last(),
+                     QStringLiteral("INV%1 'Windows' \u2192 %2").arg(due).arg(copies.last().second->getOrderNum()));
         }
         // The copies have their total, like any order: value, tax and shipping.
         for (const auto &[source, copy] : copies)
@@ -187,8 +214,10 @@ private Q_SLOTS:
                                              << "Last repeated on 15/01/09. Next due to be repeated on 22/01/09 ";
         QTest::newRow("US dates") << true << "week" << true << "15/01/09"
                                   << "Last repeated on 01/15/09. Next due to be repeated on 22/01/09 ";
-        QTest::newRow("not repeating") << false << "week" << false << "15/01/09" << "Last repeated on 15/01/09. ";
-        QTest::newRow("never repeated") << false << "week" << true << "" << "";
+        QTest::newRow("not repeating") << false << "week" << false << "15/01/09"
+                                       << "Last repeated on 15/01/09. ";
+        QTest::newRow("never repeated") << false << "week" << true << ""
+                                        << "";
     }
     void shouldSummariseTheLastAndNextRepeat()
     {

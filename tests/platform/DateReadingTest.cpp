@@ -133,8 +133,12 @@ private Q_SLOTS:
         QTest::newRow("this week is no day") << "this week" << dayFirst << "en";
         QTest::newRow("in and ago together") << "in 3 days ago" << dayFirst << "en";
         QTest::newRow("a count in words beyond one") << "in two days" << dayFirst << "en";
-        QTest::newRow("a time format") << "today" << "%H:%M" << "en";
-        QTest::newRow("no format") << "today" << "" << "en";
+        QTest::newRow("a time format") << "today"
+                                       << "%H:%M"
+                                       << "en";
+        QTest::newRow("no format") << "today"
+                                   << ""
+                                   << "en";
     }
     void shouldReadNoDateFromOtherText()
     {

@@ -15,9 +15,11 @@ private Q_SLOTS:
         QTest::addColumn<QString>("format");
         QTest::addColumn<QStringList>("arguments");
         QTest::addColumn<QString>("expected");
-        QTest::newRow("objects") << "%@ '%@' has been duplicated" << QStringList{"Job", "Gate"} << "Job 'Gate' has been duplicated";
+        QTest::newRow("objects") << "%@ '%@' has been duplicated" << QStringList{"Job", "Gate"}
+                                 << "Job 'Gate' has been duplicated";
         QTest::newRow("numbers and a percent sign") << "Change to %.2f%%" << QStringList{"17.50"} << "Change to 17.50%";
-        QTest::newRow("integers") << "This leaves %i of these items" << QStringList{"3"} << "This leaves 3 of these items";
+        QTest::newRow("integers") << "This leaves %i of these items" << QStringList{"3"}
+                                  << "This leaves 3 of these items";
         QTest::newRow("too few arguments") << "%@ and %@" << QStringList{"one"} << "one and %@";
         QTest::newRow("not a conversion") << "100% sure, %x" << QStringList{"unused"} << "100% sure, %x";
         QTest::newRow("a percent sign at the end") << "Keep %@%" << QStringList{"15.00"} << "Keep 15.00%";

@@ -214,17 +214,27 @@ void NumbersTest::shouldSearchIgnoringCase_data()
     QTest::addColumn<QString>("haystack");
     QTest::addColumn<QString>("needle");
     QTest::addColumn<bool>("expected");
-    QTest::newRow("other case") << "Hello World" << "wORLD" << true;
-    QTest::newRow("middle") << "Acme Widgets Ltd" << "widg" << true;
-    QTest::newRow("absent") << "Acme" << "beta" << false;
-    QTest::newRow("longer needle") << "abc" << "abcd" << false;
-    QTest::newRow("empty needle is never found") << "Hello" << "" << false;
-    QTest::newRow("both empty") << "" << "" << false;
-    QTest::newRow("empty haystack") << "" << "a" << false;
+    QTest::newRow("other case") << "Hello World"
+                                << "wORLD" << true;
+    QTest::newRow("middle") << "Acme Widgets Ltd"
+                            << "widg" << true;
+    QTest::newRow("absent") << "Acme"
+                            << "beta" << false;
+    QTest::newRow("longer needle") << "abc"
+                                   << "abcd" << false;
+    QTest::newRow("empty needle is never found") << "Hello"
+                                                 << "" << false;
+    QTest::newRow("both empty") << ""
+                                << "" << false;
+    QTest::newRow("empty haystack") << ""
+                                    << "a" << false;
     QTest::newRow("accented letters") << QString::fromUtf8("ÄBCD") << QString::fromUtf8("äbc") << true;
-    QTest::newRow("at the very end") << "Ashford" << "FORD" << true;
-    QTest::newRow("a near miss before the match") << "aab" << "ab" << true;
-    QTest::newRow("symbols are not letters") << "a[b" << "A{B" << false;
+    QTest::newRow("at the very end") << "Ashford"
+                                     << "FORD" << true;
+    QTest::newRow("a near miss before the match") << "aab"
+                                                  << "ab" << true;
+    QTest::newRow("symbols are not letters") << "a[b"
+                                             << "A{B" << false;
     QTest::newRow("an ASCII needle in a Kelvin sign") << QString::fromUtf8("\u212A") << "k" << true;
     QTest::newRow("an ASCII needle in accented text") << QString::fromUtf8("Café Ashford") << "ASHF" << true;
 }
@@ -241,25 +251,44 @@ void NumbersTest::shouldWriteMoneyWithTwoDecimals_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("money");
-    QTest::newRow("whole") << "100" << "100.00";
-    QTest::newRow("one decimal") << "107.5" << "107.50";
-    QTest::newRow("six decimals") << "465.000000" << "465.00";
-    QTest::newRow("single-precision noise") << "452.78003" << "452.78";
-    QTest::newRow("half rounds up") << "2.675" << "2.68";
-    QTest::newRow("below half rounds down") << "2.6749" << "2.67";
-    QTest::newRow("carry into the whole part") << "9.995" << "10.00";
-    QTest::newRow("carry into a new digit") << "999.999" << "1000.00";
-    QTest::newRow("negative") << "-20" << "-20.00";
-    QTest::newRow("negative rounds away from zero") << "-0.125" << "-0.13";
-    QTest::newRow("negative zero") << "-0.001" << "0.00";
-    QTest::newRow("plus sign") << "+5" << "5.00";
-    QTest::newRow("no whole part") << ".5" << "0.50";
-    QTest::newRow("no decimals after the point") << "5." << "5.00";
-    QTest::newRow("leading zeros") << "007.1" << "7.10";
-    QTest::newRow("blanks around") << "  42\t" << "42.00";
-    QTest::newRow("thousands separators") << "1,000,000.00" << "1000000.00";
-    QTest::newRow("short first group") << "12,345.6" << "12345.60";
-    QTest::newRow("many digits") << "123456789012345678.905" << "123456789012345678.91";
+    QTest::newRow("whole") << "100"
+                           << "100.00";
+    QTest::newRow("one decimal") << "107.5"
+                                 << "107.50";
+    QTest::newRow("six decimals") << "465.000000"
+                                  << "465.00";
+    QTest::newRow("single-precision noise") << "452.78003"
+                                            << "452.78";
+    QTest::newRow("half rounds up") << "2.675"
+                                    << "2.68";
+    QTest::newRow("below half rounds down") << "2.6749"
+                                            << "2.67";
+    QTest::newRow("carry into the whole part") << "9.995"
+                                               << "10.00";
+    QTest::newRow("carry into a new digit") << "999.999"
+                                            << "1000.00";
+    QTest::newRow("negative") << "-20"
+                              << "-20.00";
+    QTest::newRow("negative rounds away from zero") << "-0.125"
+                                                    << "-0.13";
+    QTest::newRow("negative zero") << "-0.001"
+                                   << "0.00";
+    QTest::newRow("plus sign") << "+5"
+                               << "5.00";
+    QTest::newRow("no whole part") << ".5"
+                                   << "0.50";
+    QTest::newRow("no decimals after the point") << "5."
+                                                 << "5.00";
+    QTest::newRow("leading zeros") << "007.1"
+                                   << "7.10";
+    QTest::newRow("blanks around") << "  42\t"
+                                   << "42.00";
+    QTest::newRow("thousands separators") << "1,000,000.00"
+                                          << "1000000.00";
+    QTest::newRow("short first group") << "12,345.6"
+                                       << "12345.60";
+    QTest::newRow("many digits") << "123456789012345678.905"
+                                 << "123456789012345678.91";
 }
 
 void NumbersTest::shouldWriteMoneyWithTwoDecimals()

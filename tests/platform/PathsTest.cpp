@@ -90,9 +90,12 @@ void PathsTest::shouldExpandATilde_data()
     const QString home = testlib::TestEnvironment::current().homeDir();
     QTest::newRow("tilde alone") << "~" << home;
     QTest::newRow("tilde slash") << "~/Documents/a.csv" << home + "/Documents/a.csv";
-    QTest::newRow("another user") << "~bob/a" << "~bob/a";
-    QTest::newRow("absolute") << "/tmp/~/a" << "/tmp/~/a";
-    QTest::newRow("relative") << "a/b" << "a/b";
+    QTest::newRow("another user") << "~bob/a"
+                                  << "~bob/a";
+    QTest::newRow("absolute") << "/tmp/~/a"
+                              << "/tmp/~/a";
+    QTest::newRow("relative") << "a/b"
+                              << "a/b";
 }
 
 void PathsTest::shouldExpandATilde()
@@ -107,11 +110,21 @@ void PathsTest::shouldFindAChildFolderIgnoringCase_data()
     QTest::addColumn<QString>("existing");  // folder made on disk, "" for none
     QTest::addColumn<QString>("asked");
     QTest::addColumn<QString>("expected");
-    QTest::newRow("lower case on disk") << "attachments" << "Attachments" << "attachments";
-    QTest::newRow("capitalised on disk") << "Reports" << "reports" << "Reports";
-    QTest::newRow("odd case on disk") << "REPORTS" << "reports" << "REPORTS";
-    QTest::newRow("nothing on disk") << "" << "Attachments" << "Attachments";
-    QTest::newRow("only a different name") << "Attachment" << "Attachments" << "Attachments";
+    QTest::newRow("lower case on disk") << "attachments"
+                                        << "Attachments"
+                                        << "attachments";
+    QTest::newRow("capitalised on disk") << "Reports"
+                                         << "reports"
+                                         << "Reports";
+    QTest::newRow("odd case on disk") << "REPORTS"
+                                      << "reports"
+                                      << "REPORTS";
+    QTest::newRow("nothing on disk") << ""
+                                     << "Attachments"
+                                     << "Attachments";
+    QTest::newRow("only a different name") << "Attachment"
+                                           << "Attachments"
+                                           << "Attachments";
 }
 
 void PathsTest::shouldFindAChildFolderIgnoringCase()

@@ -18,7 +18,8 @@ class LanguageVariable
 {
 public:
     explicit LanguageVariable(const QByteArray &value)
-        : had(qEnvironmentVariableIsSet("QUORVEL_LANG")), old(qgetenv("QUORVEL_LANG"))
+        : had(qEnvironmentVariableIsSet("QUORVEL_LANG")),
+          old(qgetenv("QUORVEL_LANG"))
     {
         if (value.isNull())
             qunsetenv("QUORVEL_LANG");
@@ -129,9 +130,12 @@ void StringTableTest::shouldTranslateIntoGerman_data()
 {
     QTest::addColumn<QString>("english");
     QTest::addColumn<QString>("german");
-    QTest::newRow("button") << "Cancel" << "Abbrechen";
-    QTest::newRow("menu with mnemonic") << "&File" << "&Datei";
-    QTest::newRow("tab") << "Money In" << "Einnahmen";
+    QTest::newRow("button") << "Cancel"
+                            << "Abbrechen";
+    QTest::newRow("menu with mnemonic") << "&File"
+                                        << "&Datei";
+    QTest::newRow("tab") << "Money In"
+                         << "Einnahmen";
     QTest::newRow("alert") << "Do you want to delete the selected item from the database?"
                            << "Möchten Sie den ausgewählten Eintrag aus der Datenbank löschen?";
     QTest::newRow("with a placeholder") << "This leaves %i of these items in stock."
@@ -153,16 +157,25 @@ void StringTableTest::shouldChooseTheLanguage_data()
     QTest::addColumn<QByteArray>("variable");  // null: QUORVEL_LANG unset
     QTest::addColumn<QString>("installed");
     QTest::addColumn<QString>("deleteReads");
-    QTest::newRow("English") << "en" << QByteArray() << "en" << "Delete";
-    QTest::newRow("German") << "de" << QByteArray() << "de" << "Löschen";
-    QTest::newRow("locale name") << "de_AT.UTF-8" << QByteArray() << "de" << "Löschen";
-    QTest::newRow("upper case") << "DE" << QByteArray() << "de" << "Löschen";
-    QTest::newRow("unknown language") << "xx" << QByteArray() << "en" << "Delete";
-    QTest::newRow("from QUORVEL_LANG") << "" << QByteArray("de_DE") << "de" << "Löschen";
-    QTest::newRow("unknown QUORVEL_LANG") << "" << QByteArray("fi") << "en" << "Delete";
-    QTest::newRow("given beats QUORVEL_LANG") << "en" << QByteArray("de") << "en" << "Delete";
+    QTest::newRow("English") << "en" << QByteArray() << "en"
+                             << "Delete";
+    QTest::newRow("German") << "de" << QByteArray() << "de"
+                            << "Löschen";
+    QTest::newRow("locale name") << "de_AT.UTF-8" << QByteArray() << "de"
+                                 << "Löschen";
+    QTest::newRow("upper case") << "DE" << QByteArray() << "de"
+                                << "Löschen";
+    QTest::newRow("unknown language") << "xx" << QByteArray() << "en"
+                                      << "Delete";
+    QTest::newRow("from QUORVEL_LANG") << "" << QByteArray("de_DE") << "de"
+                                       << "Löschen";
+    QTest::newRow("unknown QUORVEL_LANG") << "" << QByteArray("fi") << "en"
+                                          << "Delete";
+    QTest::newRow("given beats QUORVEL_LANG") << "en" << QByteArray("de") << "en"
+                                              << "Delete";
     // The test main runs in the C locale.
-    QTest::newRow("system locale") << "" << QByteArray() << "en" << "Delete";
+    QTest::newRow("system locale") << "" << QByteArray() << "en"
+                                   << "Delete";
 }
 
 void StringTableTest::shouldChooseTheLanguage()
@@ -230,8 +243,8 @@ void StringTableTest::shouldHaveEveryLocalisedTextInBothTables()
     // One line each: QtTest shortens a long failure message.
     for (const QString &line : std::as_const(missing))
         qInfo("missing from the string tables: %s", qPrintable(line));
-    QVERIFY2(missing.isEmpty(), qPrintable(QStringLiteral("%1 texts missing from the string tables (listed above)")
-                                               .arg(missing.size())));
+    QVERIFY2(missing.isEmpty(),
+             qPrintable(QStringLiteral("%1 texts missing from the string tables (listed above)").arg(missing.size())));
 }
 
 void StringTableTest::shouldTranslateOnlyTextsTheEnglishTableHas()

@@ -28,26 +28,46 @@ private Q_SLOTS:
         QTest::addColumn<bool>("money");
         QTest::addColumn<QString>("given");
         QTest::addColumn<QString>("shown");
-        QTest::newRow("today, day first") << dayFirst << false << "today" << "15/01/26";
-        QTest::newRow("today, month first") << monthFirst << false << "today" << "01/15/26";
-        QTest::newRow("next week") << dayFirst << false << "next week" << "22/01/26";
-        QTest::newRow("a short date") << dayFirst << false << "3/4/26" << "03/04/26";
-        QTest::newRow("a date as stored") << monthFirst << false << "12/31/25" << "12/31/25";
-        QTest::newRow("a date of the other order") << monthFirst << false << "31/12/25" << "31/12/25";
-        QTest::newRow("words that are no date") << dayFirst << false << "paid by cheque" << "paid by cheque";
-        QTest::newRow("empty date") << dayFirst << false << "" << "";
-        QTest::newRow("no format") << "" << false << "today" << "today";
-        QTest::newRow("a time format") << "%H:%M" << false << "today" << "today";
-        QTest::newRow("whole money") << "" << true << "100" << "100.00";
-        QTest::newRow("money of single precision") << "" << true << "452.78003" << "452.78";
-        QTest::newRow("six decimals") << "" << true << "465.000000" << "465.00";
-        QTest::newRow("rounded half up") << "" << true << "2.675" << "2.68";
-        QTest::newRow("thousands") << "" << true << "1,000,000" << "1000000.00";
-        QTest::newRow("negative") << "" << true << "-20" << "-20.00";
-        QTest::newRow("money words") << "" << true << "on account" << "on account";
-        QTest::newRow("a number and words") << "" << true << "12 boxes" << "12 boxes";
-        QTest::newRow("empty money") << "" << true << "" << "";
-        QTest::newRow("a plain field keeps figures") << "" << false << "100" << "100";
+        QTest::newRow("today, day first") << dayFirst << false << "today"
+                                          << "15/01/26";
+        QTest::newRow("today, month first") << monthFirst << false << "today"
+                                            << "01/15/26";
+        QTest::newRow("next week") << dayFirst << false << "next week"
+                                   << "22/01/26";
+        QTest::newRow("a short date") << dayFirst << false << "3/4/26"
+                                      << "03/04/26";
+        QTest::newRow("a date as stored") << monthFirst << false << "12/31/25"
+                                          << "12/31/25";
+        QTest::newRow("a date of the other order") << monthFirst << false << "31/12/25"
+                                                   << "31/12/25";
+        QTest::newRow("words that are no date") << dayFirst << false << "paid by cheque"
+                                                << "paid by cheque";
+        QTest::newRow("empty date") << dayFirst << false << ""
+                                    << "";
+        QTest::newRow("no format") << "" << false << "today"
+                                   << "today";
+        QTest::newRow("a time format") << "%H:%M" << false << "today"
+                                       << "today";
+        QTest::newRow("whole money") << "" << true << "100"
+                                     << "100.00";
+        QTest::newRow("money of single precision") << "" << true << "452.78003"
+                                                   << "452.78";
+        QTest::newRow("six decimals") << "" << true << "465.000000"
+                                      << "465.00";
+        QTest::newRow("rounded half up") << "" << true << "2.675"
+                                         << "2.68";
+        QTest::newRow("thousands") << "" << true << "1,000,000"
+                                   << "1000000.00";
+        QTest::newRow("negative") << "" << true << "-20"
+                                  << "-20.00";
+        QTest::newRow("money words") << "" << true << "on account"
+                                     << "on account";
+        QTest::newRow("a number and words") << "" << true << "12 boxes"
+                                            << "12 boxes";
+        QTest::newRow("empty money") << "" << true << ""
+                                     << "";
+        QTest::newRow("a plain field keeps figures") << "" << false << "100"
+                                                     << "100";
     }
     void shouldShowWhatTheProgramSetsAsTheFormatterMakesIt()
     {
@@ -91,11 +111,16 @@ private Q_SLOTS:
         QTest::addColumn<bool>("money");
         QTest::addColumn<QString>("typed");
         QTest::addColumn<QString>("committed");
-        QTest::newRow("tomorrow") << dayFirst << false << "tomorrow" << "16/01/26";
-        QTest::newRow("a month-first date") << monthFirst << false << "1/2" << "01/02/26";
-        QTest::newRow("a deposit") << "" << true << "100" << "100.00";
-        QTest::newRow("money words") << "" << true << "ask Tom" << "ask Tom";
-        QTest::newRow("date words") << dayFirst << false << "someday" << "someday";
+        QTest::newRow("tomorrow") << dayFirst << false << "tomorrow"
+                                  << "16/01/26";
+        QTest::newRow("a month-first date") << monthFirst << false << "1/2"
+                                            << "01/02/26";
+        QTest::newRow("a deposit") << "" << true << "100"
+                                   << "100.00";
+        QTest::newRow("money words") << "" << true << "ask Tom"
+                                     << "ask Tom";
+        QTest::newRow("date words") << dayFirst << false << "someday"
+                                    << "someday";
     }
     void shouldLeaveTypingAloneUntilTheUserIsDone()
     {
@@ -138,8 +163,10 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("language");
         QTest::addColumn<QString>("shown");
-        QTest::newRow("German") << "de" << "16/01/26";
-        QTest::newRow("English") << "en" << "morgen";
+        QTest::newRow("German") << "de"
+                                << "16/01/26";
+        QTest::newRow("English") << "en"
+                                 << "morgen";
     }
     void shouldReadGermanWordsOnlyWhenTheProgramSpeaksGerman()
     {

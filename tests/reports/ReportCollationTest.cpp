@@ -14,7 +14,8 @@ namespace {
 
 // Rows written "key:quantity", stored row by row as a report stores them,
 // with a third value between that the plan must step over.
-struct Table {
+struct Table
+{
     std::vector<QString> values;
     int count = 0;
     explicit Table(const QStringList &rows)
@@ -56,21 +57,21 @@ private Q_SLOTS:
         QTest::addColumn<QStringList>("rows");
         QTest::addColumn<QStringList>("merged");
         QTest::addColumn<QStringList>("said");
-        QTest::newRow("like rows added up") << QStringList{"Widget:2", "Widget:3", "Bolt:1"}
-                                            << QStringList{"Widget:5.00", "Bolt:1"} << QStringList();
-        QTest::newRow("a lone row keeps its text") << QStringList{"Bolt:3", "Nut:1.5"}
-                                                   << QStringList{"Bolt:3", "Nut:1.5"} << QStringList();
+        QTest::newRow("like rows added up")
+            << QStringList{"Widget:2", "Widget:3", "Bolt:1"} << QStringList{"Widget:5.00", "Bolt:1"} << QStringList();
+        QTest::newRow("a lone row keeps its text")
+            << QStringList{"Bolt:3", "Nut:1.5"} << QStringList{"Bolt:3", "Nut:1.5"} << QStringList();
         QTest::newRow("no rows") << QStringList() << QStringList() << QStringList();
-        QTest::newRow("into the first of three") << QStringList{"Nut:1", "Bolt:1", "Nut:2", "Nut:4"}
-                                                 << QStringList{"Nut:7.00", "Bolt:1"} << QStringList();
-        QTest::newRow("keys compared with letter case") << QStringList{"widget:1", "Widget:2"}
-                                                        << QStringList{"widget:1", "Widget:2"} << QStringList();
-        QTest::newRow("empty keys are alike") << QStringList{":1", "Bolt:1", ":2"}
-                                              << QStringList{":3.00", "Bolt:1"} << QStringList();
-        QTest::newRow("two decimals, rounded") << QStringList{"Pin:0.333", "Pin:0.333"} << QStringList{"Pin:0.67"}
-                                               << QStringList();
-        QTest::newRow("the number at the start") << QStringList{"Box:2 boxes", "Box:1,000"}
-                                                 << QStringList{"Box:3.00"} << QStringList();
+        QTest::newRow("into the first of three")
+            << QStringList{"Nut:1", "Bolt:1", "Nut:2", "Nut:4"} << QStringList{"Nut:7.00", "Bolt:1"} << QStringList();
+        QTest::newRow("keys compared with letter case")
+            << QStringList{"widget:1", "Widget:2"} << QStringList{"widget:1", "Widget:2"} << QStringList();
+        QTest::newRow("empty keys are alike")
+            << QStringList{":1", "Bolt:1", ":2"} << QStringList{":3.00", "Bolt:1"} << QStringList();
+        QTest::newRow("two decimals, rounded")
+            << QStringList{"Pin:0.333", "Pin:0.333"} << QStringList{"Pin:0.67"} << QStringList();
+        QTest::newRow("the number at the start")
+            << QStringList{"Box:2 boxes", "Box:1,000"} << QStringList{"Box:3.00"} << QStringList();
         QTest::newRow("a text first stays with the rest")
             << QStringList{"Nut:lots", "Nut:4"} << QStringList{"Nut:lots", "Nut:4"}
             << QStringList{"couldn't merge lots and 4"};
@@ -80,8 +81,8 @@ private Q_SLOTS:
         QTest::newRow("an empty quantity is no number")
             << QStringList{"Cog:", "Cog:2", "Cog:3"} << QStringList{"Cog:", "Cog:5.00"}
             << QStringList{"couldn't merge  and 2", "couldn't merge  and 3"};
-        QTest::newRow("a negative quantity") << QStringList{"Gear:5", "Gear:-4.25"} << QStringList{"Gear:0.75"}
-                                             << QStringList();
+        QTest::newRow("a negative quantity")
+            << QStringList{"Gear:5", "Gear:-4.25"} << QStringList{"Gear:0.75"} << QStringList();
     }
     void shouldMergeLikeRowsAsOneMergeAfterAnother()
     {
@@ -106,7 +107,7 @@ private Q_SLOTS:
             << 5 << all.mid(0, 5) + QStringList{"couldn't merge 1 more pairs of rows; those lines are left out"};
         QTest::newRow("two lines") << 2
                                    << all.mid(0, 2)
-                                          + QStringList{"couldn't merge 4 more pairs of rows; those lines are left out"};
+                + QStringList{"couldn't merge 4 more pairs of rows; those lines are left out"};
         QTest::newRow("none") << 0 << QStringList{"couldn't merge 6 more pairs of rows; those lines are left out"};
     }
     void shouldCountWhatItDoesNotSay()

@@ -64,65 +64,80 @@ private Q_SLOTS:
         const QStringList names{"item", "qty"};
         const QString none = noColumn;
 
-        QTest::newRow("every key") << full << two << names << "itemspurchased" << true << "field2" << "field1"
+        QTest::newRow("every key") << full << two << names << "itemspurchased" << true << "field2"
+                                   << "field1"
                                    << "field2" << QStringList();
         QTest::newRow("lists of values, as a file gives them")
             << with(with(full, "colheadings", QVariantList{"Item", "Qty"}), "fields", QVariantList{"item", "qty"})
-            << two << names << "itemspurchased" << true << "field2" << "field1" << "field2" << QStringList();
+            << two << names << "itemspurchased" << true << "field2"
+            << "field1"
+            << "field2" << QStringList();
         QTest::newRow("no total without the key")
             << without(full, "totalcol") << two << names << "itemspurchased" << true << none << "field1"
             << "field2" << QStringList();
-        QTest::newRow("total -1 is none") << with(full, "totalcol", "-1") << two << names << "itemspurchased"
-                                          << true << none << "field1" << "field2" << QStringList();
+        QTest::newRow("total -1 is none")
+            << with(full, "totalcol", "-1") << two << names << "itemspurchased" << true << none << "field1"
+            << "field2" << QStringList();
         QTest::newRow("total written as a number")
-            << with(full, "totalcol", QVariant(qlonglong(1))) << two << names << "itemspurchased" << true
-            << "field1" << "field1" << "field2" << QStringList();
+            << with(full, "totalcol", QVariant(qlonglong(1))) << two << names << "itemspurchased" << true << "field1"
+            << "field1"
+            << "field2" << QStringList();
         QTest::newRow("blanks around a column number")
             << with(full, "collationmatchcol", " 1 ") << two << names << "itemspurchased" << true << "field2"
-            << "field1" << "field2" << QStringList();
+            << "field1"
+            << "field2" << QStringList();
         QTest::newRow("total that is no column")
             << with(full, "totalcol", "2nd") << two << names << "itemspurchased" << true << none << "field1"
             << "field2" << QStringList{"\"totalcol\" is not a column number: \"2nd\"; no total"};
         QTest::newRow("a lone minus is no column")
-            << with(full, "collationqtycol", "-") << two << names << "itemspurchased" << true << "field2" << "field1"
-            << none << QStringList{"\"collationqtycol\" is not a column number: \"-\"; no merging of rows"};
+            << with(full, "collationqtycol", "-") << two << names << "itemspurchased" << true << "field2"
+            << "field1" << none << QStringList{"\"collationqtycol\" is not a column number: \"-\"; no merging of rows"};
         QTest::newRow("merging needs both columns")
-            << without(full, "collationqtycol") << two << names << "itemspurchased" << true << "field2" << none
-            << none << QStringList();
+            << without(full, "collationqtycol") << two << names << "itemspurchased" << true << "field2" << none << none
+            << QStringList();
         QTest::newRow("second rows need both keys")
-            << without(full, "where2") << two << names << "itemspurchased" << false << "field2" << "field1"
+            << without(full, "where2") << two << names << "itemspurchased" << false << "field2"
+            << "field1"
             << "field2" << QStringList();
         QTest::newRow("short second fields")
             << with(full, "fields2", QStringList{"code"}) << two << names << "itemspurchased" << true << "field2"
-            << "field1" << "field2"
-            << QStringList{"\"fields2\" has 1 names, fewer than the 2 of \"fields\"; the others are empty"};
+            << "field1"
+            << "field2" << QStringList{"\"fields2\" has 1 names, fewer than the 2 of \"fields\"; the others are empty"};
         QTest::newRow("short second fields without second rows")
             << without(with(full, "fields2", QStringList{"code"}), "where2") << two << names << "itemspurchased"
-            << false << "field2" << "field1" << "field2" << QStringList();
+            << false << "field2"
+            << "field1"
+            << "field2" << QStringList();
         QTest::newRow("one text for a list")
             << with(full, "fields", "item") << two << QStringList{"item"} << "itemspurchased" << true << "field2"
-            << "field1" << "field2" << QStringList{"\"fields\" should be a list of texts; read as a list of one"};
+            << "field1"
+            << "field2" << QStringList{"\"fields\" should be a list of texts; read as a list of one"};
         QTest::newRow("an entry that is no text")
             << with(full, "colheadings", QVariantList{"Item", QVariantMap{{"a", "b"}}}) << QStringList{"Item", ""}
-            << names << "itemspurchased" << true << "field2" << "field1" << "field2"
-            << QStringList{"entry 2 of \"colheadings\" is not a text; read as empty"};
+            << names << "itemspurchased" << true << "field2"
+            << "field1"
+            << "field2" << QStringList{"entry 2 of \"colheadings\" is not a text; read as empty"};
         QTest::newRow("a list that is a dictionary")
             << with(full, "fields", QVariantMap{{"a", "b"}}) << two << QStringList() << "itemspurchased" << true
-            << "field2" << "field1" << "field2"
-            << QStringList{"\"fields\" is not a list of texts; left out"};
-        QTest::newRow("missing headings and fields")
-            << without(without(full, "colheadings"), "fields") << QStringList() << QStringList() << "itemspurchased"
-            << true << "field2" << "field1" << "field2" << QStringList{"no \"colheadings\"", "no \"fields\""};
+            << "field2"
+            << "field1"
+            << "field2" << QStringList{"\"fields\" is not a list of texts; left out"};
+        QTest::newRow("missing headings and fields") << without(without(full, "colheadings"), "fields") << QStringList()
+                                                     << QStringList() << "itemspurchased" << true << "field2"
+                                                     << "field1"
+                                                     << "field2" << QStringList{"no \"colheadings\"", "no \"fields\""};
         QTest::newRow("fewer widths than headings")
             << with(full, "colwidths", QStringList{"120"}) << two << names << "itemspurchased" << true << "field2"
-            << "field1" << "field2"
-            << QStringList{"\"colwidths\" has 1 widths for 2 headings; the others are 100 points wide"};
+            << "field1"
+            << "field2" << QStringList{"\"colwidths\" has 1 widths for 2 headings; the others are 100 points wide"};
         QTest::newRow("no widths at all")
-            << without(full, "colwidths") << two << names << "itemspurchased" << true << "field2" << "field1"
+            << without(full, "colwidths") << two << names << "itemspurchased" << true << "field2"
+            << "field1"
             << "field2" << QStringList{"no \"colwidths\""};
         QTest::newRow("source that is no text")
             << with(full, "selectfrom", QStringList{"orders"}) << two << names << QString() << true << "field2"
-            << "field1" << "field2" << QStringList{"\"selectfrom\" is not a text; left out"};
+            << "field1"
+            << "field2" << QStringList{"\"selectfrom\" is not a text; left out"};
         QTest::newRow("empty dictionary")
             << QVariantMap() << QStringList() << QStringList() << QString() << false << none << none << none
             << QStringList{"no \"colheadings\"", "no \"colwidths\"", "no \"fields\""};
@@ -170,8 +185,8 @@ private Q_SLOTS:
         QTest::addColumn<QString>("source");
         QTest::newRow("a definition") << platform::plist::writeValue(fullDefinition()) << true << QString()
                                       << "itemspurchased";
-        QTest::newRow("an empty dictionary") << QByteArray("<plist version=\"1.0\"><dict/></plist>") << true
-                                             << QString() << QString();
+        QTest::newRow("an empty dictionary")
+            << QByteArray("<plist version=\"1.0\"><dict/></plist>") << true << QString() << QString();
         QTest::newRow("cut short") << QByteArray("<plist><dict><key>") << false << QString() << QString();
         QTest::newRow("an empty file") << QByteArray() << false << QString() << QString();
         QTest::newRow("an array") << QByteArray("<plist version=\"1.0\"><array/></plist>") << false

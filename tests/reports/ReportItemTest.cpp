@@ -35,21 +35,36 @@ private slots:
     {
         QTest::addColumn<QString>("value");
         QTest::addColumn<QString>("type");
-        QTest::newRow("word") << "Smith" << "STRING";
-        QTest::newRow("money") << "12.50" << "NUMBER";
-        QTest::newRow("real date is a number here") << "01/03/08" << "NUMBER";
-        QTest::newRow("long text is a date here") << "Customer name" << "DATE";
-        QTest::newRow("empty") << "" << "STRING";
-        QTest::newRow("leading number") << "12 boxes" << "NUMBER";
-        QTest::newRow("leading blanks") << "  3" << "NUMBER";
-        QTest::newRow("seven letters") << "Abcdefg" << "STRING";
-        QTest::newRow("eight letters") << "Abcdefgh" << "DATE";
-        QTest::newRow("slash at index 2") << "ab/cdefgh" << "STRING";
-        QTest::newRow("slash at index 5") << "abcde/ghij" << "STRING";
-        QTest::newRow("number at index 3") << "abc12defgh" << "STRING";
-        QTest::newRow("number at index 6") << "abcdef12gh" << "STRING";
-        QTest::newRow("number at index 0") << "2008-03-01" << "NUMBER";
-        QTest::newRow("day-first long date") << "1 March 2008" << "NUMBER";
+        QTest::newRow("word") << "Smith"
+                              << "STRING";
+        QTest::newRow("money") << "12.50"
+                               << "NUMBER";
+        QTest::newRow("real date is a number here") << "01/03/08"
+                                                    << "NUMBER";
+        QTest::newRow("long text is a date here") << "Customer name"
+                                                  << "DATE";
+        QTest::newRow("empty") << ""
+                               << "STRING";
+        QTest::newRow("leading number") << "12 boxes"
+                                        << "NUMBER";
+        QTest::newRow("leading blanks") << "  3"
+                                        << "NUMBER";
+        QTest::newRow("seven letters") << "Abcdefg"
+                                       << "STRING";
+        QTest::newRow("eight letters") << "Abcdefgh"
+                                       << "DATE";
+        QTest::newRow("slash at index 2") << "ab/cdefgh"
+                                          << "STRING";
+        QTest::newRow("slash at index 5") << "abcde/ghij"
+                                          << "STRING";
+        QTest::newRow("number at index 3") << "abc12defgh"
+                                           << "STRING";
+        QTest::newRow("number at index 6") << "abcdef12gh"
+                                           << "STRING";
+        QTest::newRow("number at index 0") << "2008-03-01"
+                                           << "NUMBER";
+        QTest::newRow("day-first long date") << "1 March 2008"
+                                             << "NUMBER";
     }
     void shouldTypeEachValueAsItIsAdded()
     {
@@ -81,16 +96,26 @@ private slots:
     {
         QTest::addColumn<QString>("name");
         QTest::addColumn<QString>("expected");
-        QTest::newRow("field1") << "field1" << "Smith";
-        QTest::newRow("field2") << "field2" << "12.50";
-        QTest::newRow("field3") << "field3" << "01/03/08";
-        QTest::newRow("past the last") << "field4" << "";
-        QTest::newRow("field0") << "field0" << "";
-        QTest::newRow("two digits") << "field10" << "";
-        QTest::newRow("only the number counts") << "xxxxx2" << "12.50";
-        QTest::newRow("five characters") << "field" << "";
-        QTest::newRow("four characters") << "name" << "";
-        QTest::newRow("no number") << "fields" << "";
+        QTest::newRow("field1") << "field1"
+                                << "Smith";
+        QTest::newRow("field2") << "field2"
+                                << "12.50";
+        QTest::newRow("field3") << "field3"
+                                << "01/03/08";
+        QTest::newRow("past the last") << "field4"
+                                       << "";
+        QTest::newRow("field0") << "field0"
+                                << "";
+        QTest::newRow("two digits") << "field10"
+                                    << "";
+        QTest::newRow("only the number counts") << "xxxxx2"
+                                                << "12.50";
+        QTest::newRow("five characters") << "field"
+                                         << "";
+        QTest::newRow("four characters") << "name"
+                                         << "";
+        QTest::newRow("no number") << "fields"
+                                   << "";
     }
     void shouldReadValuesByPositionAndName()
     {

@@ -48,8 +48,10 @@ void writeDefinition(const QString &name, const QVariantMap &definition)
 // Two columns over the lines: item and quantity, totalled on the quantity.
 QVariantMap linesDefinition(bool merged)
 {
-    QVariantMap definition{{"selectfrom", "itemspurchased"}, {"colheadings", QStringList{"Item", "Qty"}},
-                           {"colwidths", QStringList{"100", "60"}}, {"fields", QStringList{"item", "qty"}},
+    QVariantMap definition{{"selectfrom", "itemspurchased"},
+                           {"colheadings", QStringList{"Item", "Qty"}},
+                           {"colwidths", QStringList{"100", "60"}},
+                           {"fields", QStringList{"item", "qty"}},
                            {"totalcol", "2"}};
     if (merged) {
         definition.insert("collationmatchcol", "1");
@@ -71,7 +73,7 @@ QStringList snapshot(const ReportManager &reports)
     for (int i = 0; i < reports.getCount(); ++i) {
         const auto *row = static_cast<const ReportItem *>(reports.getnthItem(i));
         rows << QString::number(row->getID()) + u'|' + row->getFields().join(u'|') + u'|'
-                    + row->getAttributes().join(u',');
+                + row->getAttributes().join(u',');
     }
     rows << QStringLiteral("highest %1").arg(reports.getHighestId());
     return rows;
@@ -123,8 +125,8 @@ void fillBusiness(Quorvel &quorvel)
     Contact *ann = contact("Ann Lee", "Customer", "0101").get();
     contact("Bolt Supplies", "Supplier", "0202");
     Contact *cy = contact("Cy Dunn", "Customer", "0303").get();
-    const auto order = [&](const char *number, const char *date, Contact *who, const char *value,
-                           const char *balance, const char *paid) {
+    const auto order = [&](const char *number, const char *date, Contact *who, const char *value, const char *balance,
+                           const char *paid) {
         auto record = std::make_shared<Order>();
         record->setOrderNum(QString::fromUtf8(number));
         record->setDate(QString::fromUtf8(date));
@@ -141,21 +143,25 @@ void fillBusiness(Quorvel &quorvel)
     order("INV2", "05/03/08", ann, "50.00", "50.00", "10/03/08");
     order("INV3", "07/03/08", cy, "1,250.50", "1,250.50", "");
     order("INV4", "09/03/08", nullptr, "0.00", "0.00", "");
-    const auto item = [&](const char *code, const char *name, const char *qty, const char *optimum, const char *bought) {
-        auto record = std::make_shared<Item>();
-        record->setCode(QString::fromUtf8(code));
-        record->setItem(QString::fromUtf8(name));
-        record->setQty(QString::fromUtf8(qty));
-        record->setOptimumQty(QString::fromUtf8(optimum));
-        record->setBought(QString::fromUtf8(bought));
-        quorvel.getItemManager()->add(record);
-    };
+    const auto item
+        = [&](const char *code, const char *name, const char *qty, const char *optimum, const char *bought) {
+              auto record = std::make_shared<Item>();
+              record->setCode(QString::fromUtf8(code));
+              record->setItem(QString::fromUtf8(name));
+              record->setQty(QString::fromUtf8(qty));
+              record->setOptimumQty(QString::fromUtf8(optimum));
+              record->setBought(QString::fromUtf8(bought));
+              quorvel.getItemManager()->add(record);
+          };
     item("W-1", "Widget", "4", "10", "2.50");
     item("B-1", "Bolt", "20", "10", "0.10");
     item("N-1", "Nut", "", "5", "1");
-    addLine(quorvel, 1, 1, QStringLiteral("Widget"), QStringLiteral("2"), QStringLiteral("2.50"), QStringLiteral("5.00"));
-    addLine(quorvel, 3, 3, QStringLiteral("Bolt"), QStringLiteral("10"), QStringLiteral("0.10"), QStringLiteral("1.00"));
-    addLine(quorvel, 2, 1, QStringLiteral("Widget"), QStringLiteral("3"), QStringLiteral("2.50"), QStringLiteral("7.50"));
+    addLine(quorvel, 1, 1, QStringLiteral("Widget"), QStringLiteral("2"), QStringLiteral("2.50"),
+            QStringLiteral("5.00"));
+    addLine(quorvel, 3, 3, QStringLiteral("Bolt"), QStringLiteral("10"), QStringLiteral("0.10"),
+            QStringLiteral("1.00"));
+    addLine(quorvel, 2, 1, QStringLiteral("Widget"), QStringLiteral("3"), QStringLiteral("2.50"),
+            QStringLiteral("7.50"));
     addLine(quorvel, 1, 1, QString(), QStringLiteral("1"), QString(), QStringLiteral("0.50"));
 }
 
@@ -178,23 +184,57 @@ private Q_SLOTS:
         QTest::addColumn<QString>("op");
         QTest::addColumn<QString>("value");
         QTest::addColumn<bool>("holds");
-        QTest::newRow("empty paid date is text") << "" << "!" << "" << false;
-        QTest::newRow("a paid date differs from nothing") << "03/04/08" << "!" << "" << true;
-        QTest::newRow("same day is later") << "01/03/08" << ">" << "01/03/08" << true;
-        QTest::newRow("same day is not before") << "08/03/08" << "<" << "08/03/08" << false;
-        QTest::newRow("day before is before") << "07/03/08" << "<" << "08/03/08" << true;
-        QTest::newRow("dates read day first") << "02/01/08" << ">" << "01/02/08" << false;
-        QTest::newRow("date compared as text") << "01/03/08" << "=" << "1/3/08" << false;
-        QTest::newRow("one-digit day is a number") << "1/3/08" << "=" << "1.0" << true;
-        QTest::newRow("four-digit year is a date") << "01/03/2008" << "!" << "01/03/08" << true;
-        QTest::newRow("100 is not above 100") << "100" << ">" << "100" << false;
-        QTest::newRow("100.5 is above 100") << "100.5" << ">" << "100" << true;
-        QTest::newRow("text is always above") << "abc" << ">" << "100" << true;
-        QTest::newRow("text is always below") << "abc" << "<" << "100" << true;
-        QTest::newRow("numbers equal as numbers") << "12" << "=" << "12.0" << true;
-        QTest::newRow("text equal only as text") << "Customer" << "=" << "customer" << false;
-        QTest::newRow("no contact open") << "-1" << "=" << "currentcontact" << true;
-        QTest::newRow("unknown operator holds") << "5" << "~" << "9" << true;
+        QTest::newRow("empty paid date is text") << ""
+                                                 << "!"
+                                                 << "" << false;
+        QTest::newRow("a paid date differs from nothing") << "03/04/08"
+                                                          << "!"
+                                                          << "" << true;
+        QTest::newRow("same day is later") << "01/03/08"
+                                           << ">"
+                                           << "01/03/08" << true;
+        QTest::newRow("same day is not before") << "08/03/08"
+                                                << "<"
+                                                << "08/03/08" << false;
+        QTest::newRow("day before is before") << "07/03/08"
+                                              << "<"
+                                              << "08/03/08" << true;
+        QTest::newRow("dates read day first") << "02/01/08"
+                                              << ">"
+                                              << "01/02/08" << false;
+        QTest::newRow("date compared as text") << "01/03/08"
+                                               << "="
+                                               << "1/3/08" << false;
+        QTest::newRow("one-digit day is a number") << "1/3/08"
+                                                   << "="
+                                                   << "1.0" << true;
+        QTest::newRow("four-digit year is a date") << "01/03/2008"
+                                                   << "!"
+                                                   << "01/03/08" << true;
+        QTest::newRow("100 is not above 100") << "100"
+                                              << ">"
+                                              << "100" << false;
+        QTest::newRow("100.5 is above 100") << "100.5"
+                                            << ">"
+                                            << "100" << true;
+        QTest::newRow("text is always above") << "abc"
+                                              << ">"
+                                              << "100" << true;
+        QTest::newRow("text is always below") << "abc"
+                                              << "<"
+                                              << "100" << true;
+        QTest::newRow("numbers equal as numbers") << "12"
+                                                  << "="
+                                                  << "12.0" << true;
+        QTest::newRow("text equal only as text") << "Customer"
+                                                 << "="
+                                                 << "customer" << false;
+        QTest::newRow("no contact open") << "-1"
+                                         << "="
+                                         << "currentcontact" << true;
+        QTest::newRow("unknown operator holds") << "5"
+                                                << "~"
+                                                << "9" << true;
     }
     void shouldDecideAClauseByTheRecordsValue()
     {
@@ -236,8 +276,9 @@ private Q_SLOTS:
         writeDefinition(QStringLiteral("Lines"), definition);
         ReportManager &reports = *quorvel.getReportManager();
         reports.doReport(QStringLiteral("Lines"), reports.table);
-        QCOMPARE(csv(reports), QStringLiteral("\"Item\",\"Qty\"\r\"Bolt\",\"1,200.50\"\r\"Nut\",\"2\"\r"
-                                              "\"\",\"_____\"\r\"\",\"1202.50\"\r"));
+        QCOMPARE(csv(reports),
+                 QStringLiteral("\"Item\",\"Qty\"\r\"Bolt\",\"1,200.50\"\r\"Nut\",\"2\"\r"
+                                "\"\",\"_____\"\r\"\",\"1202.50\"\r"));
         definition.insert(QStringLiteral("totalcol"), QStringLiteral("-1"));
         writeDefinition(QStringLiteral("Lines"), definition);
         reports.doReport(QStringLiteral("Lines"), reports.table);
@@ -256,8 +297,9 @@ private Q_SLOTS:
         writeDefinition(QStringLiteral("Merged"), linesDefinition(true));
         ReportManager &reports = *quorvel.getReportManager();
         reports.doReport(QStringLiteral("Merged"), reports.table);
-        QCOMPARE(csv(reports), QStringLiteral("\"Item\",\"Qty\"\r\"Widget\",\"5.00\"\r\"Bolt\",\"1\"\r\"Nut\",\"lots\"\r"
-                                              "\"Nut\",\"4\"\r\"\",\"_____\"\r\"\",\"10.00\"\r"));
+        QCOMPARE(csv(reports),
+                 QStringLiteral("\"Item\",\"Qty\"\r\"Widget\",\"5.00\"\r\"Bolt\",\"1\"\r\"Nut\",\"lots\"\r"
+                                "\"Nut\",\"4\"\r\"\",\"_____\"\r\"\",\"10.00\"\r"));
         QCOMPARE(mergeLines(), QStringList{"couldn't merge lots and 4"});
     }
 
@@ -273,8 +315,8 @@ private Q_SLOTS:
         QFETCH(int, seed);
         QFETCH(int, lines);
         const QStringList names{"Widget", "Bolt", "Nut", "Cog", "", "Gear", "Pin"};
-        const QStringList amounts{"1", "2", "3", "2.5", "0.333", "1,000", " 7 boxes", "abc", "", "-4.25",
-                                  "1e38", "3e38", "99999999", "0.005", "12"};
+        const QStringList amounts{"1", "2",     "3",    "2.5",  "0.333",    "1,000", " 7 boxes", "abc",
+                                  "",  "-4.25", "1e38", "3e38", "99999999", "0.005", "12"};
         QRandomGenerator random(static_cast<quint32>(seed));
         Quorvel quorvel;
         for (int i = 0; i < lines; ++i) {
@@ -339,39 +381,49 @@ private Q_SLOTS:
         QTest::addColumn<QString>("name");
         QTest::addColumn<int>("contact");
         QTest::addColumn<QString>("table");
-        QTest::newRow("Outstanding Balances") << "Outstanding Balances" << -1
+        QTest::newRow("Outstanding Balances")
+            << "Outstanding Balances" << -1
             << "\"Order\",\"Date\",\"Customer\",\"Title\",\"Status\",\"Balance\"\r"
                "\"INV1\",\"01/03/08\",\"Ann Lee\",\"Job INV1\",\"Complete\",\"120.00\"\r"
                "\"INV3\",\"07/03/08\",\"Cy Dunn\",\"Job INV3\",\"Complete\",\"1,250.50\"\r"
                "\"\",\"\",\"\",\"\",\"\",\"_____\"\r\"\",\"\",\"\",\"\",\"\",\"1370.50\"\r";
-        QTest::newRow("Current Customers") << "Current Customers" << -1
+        QTest::newRow("Current Customers")
+            << "Current Customers" << -1
             << "\"Name\",\"Phone\",\"Mobile\",\"Email\",\"Address\",\"Town\",\"Postcode\"\r"
                "\"Ann Lee\",\"0101\",\"\",\"\",\"\",\"\",\"\"\r\"Cy Dunn\",\"0303\",\"\",\"\",\"\",\"\",\"\"\r";
-        QTest::newRow("Current Items Purchased") << "Current Items Purchased" << -1
+        QTest::newRow("Current Items Purchased")
+            << "Current Items Purchased" << -1
             << "\"Item\",\"Code\",\"Quantity\",\"Unit Cost\",\"Line Total\"\r"
                "\"Widget\",\"W-1\",\"2\",\"2.50\",\"5.00\"\r\"Bolt\",\"B-1\",\"10\",\"0.10\",\"1.00\"\r"
-               "\"Widget\",\"W-1\",\"3\",\"2.50\",\"7.50\"\r\"\",\"\",\"\",\"\",\"_____\"\r\"\",\"\",\"\",\"\",\"13.50\"\r";
-        QTest::newRow("Top Sellers") << "Top Sellers" << -1
+               "\"Widget\",\"W-1\",\"3\",\"2.50\",\"7.50\"\r\"\",\"\",\"\",\"\",\"_____\"\r\"\",\"\",\"\",\"\",\"13."
+               "50\"\r";
+        QTest::newRow("Top Sellers")
+            << "Top Sellers" << -1
             << "\"Item\",\"Code\",\"Quantity Sold\"\r\"Widget\",\"W-1\",\"5.00\"\r\"Bolt\",\"B-1\",\"10\"\r"
                "\"\",\"\",\"_____\"\r\"\",\"\",\"15.00\"\r";
-        QTest::newRow("Stocktake") << "Stocktake" << -1
+        QTest::newRow("Stocktake")
+            << "Stocktake" << -1
             << "\"Code\",\"Item\",\"In Stock\",\"Cost Each\",\"Stock Value\"\r"
                "\"W-1\",\"Widget\",\"4\",\"2.50\",\"10.00\"\r\"B-1\",\"Bolt\",\"20\",\"0.10\",\"2.00\"\r"
                "\"N-1\",\"Nut\",\"\",\"1\",\"0.00\"\r\"\",\"\",\"\",\"\",\"_____\"\r\"\",\"\",\"\",\"\",\"12.00\"\r";
-        QTest::newRow("Reorder Quantities") << "Reorder Quantities" << -1
+        QTest::newRow("Reorder Quantities")
+            << "Reorder Quantities" << -1
             << "\"Code\",\"Item\",\"In Stock\",\"Optimum\",\"Re-order\"\r"
                "\"W-1\",\"Widget\",\"4\",\"10\",\"6.00\"\r\"N-1\",\"Nut\",\"\",\"5\",\"5.00\"\r"
                "\"\",\"\",\"\",\"\",\"_____\"\r\"\",\"\",\"\",\"\",\"11.00\"\r";
-        QTest::newRow("OrdersforOpenContact") << "OrdersforOpenContact" << 1
+        QTest::newRow("OrdersforOpenContact")
+            << "OrdersforOpenContact" << 1
             << "\"Order\",\"Date\",\"Title\",\"Status\",\"Total\",\"Balance\"\r"
                "\"INV1\",\"01/03/08\",\"Job INV1\",\"Complete\",\"120.00\",\"120.00\"\r"
                "\"INV2\",\"05/03/08\",\"Job INV2\",\"Complete\",\"50.00\",\"50.00\"\r"
                "\"\",\"\",\"\",\"\",\"_____\",\"\"\r\"\",\"\",\"\",\"\",\"170.00\",\"\"\r";
-        QTest::newRow("ItemsforOpenContact") << "ItemsforOpenContact" << 1
+        QTest::newRow("ItemsforOpenContact")
+            << "ItemsforOpenContact" << 1
             << "\"Item\",\"Code\",\"Quantity\",\"Unit Cost\",\"Line Total\"\r"
                "\"Widget\",\"W-1\",\"2\",\"2.50\",\"5.00\"\r\"Widget\",\"W-1\",\"3\",\"2.50\",\"7.50\"\r"
                "\"\",\"\",\"1\",\"\",\"0.50\"\r\"\",\"\",\"\",\"\",\"_____\"\r\"\",\"\",\"\",\"\",\"13.00\"\r";
-        QTest::newRow("contact report with no contact open") << "ItemsforOpenContact" << 0
+        QTest::newRow("contact report with no contact open")
+            << "ItemsforOpenContact" << 0
             << "\"Item\",\"Code\",\"Quantity\",\"Unit Cost\",\"Line Total\"\r"
                "\"\",\"\",\"\",\"\",\"_____\"\r\"\",\"\",\"\",\"\",\"0.00\"\r";
     }
@@ -430,10 +482,14 @@ private Q_SLOTS:
         QFile::remove(folder + QStringLiteral("/ItemsforOpenContact.xml"));
         TestEnvironment::current().clearDiagnostics();
         reports.populateFilter();
-        QCOMPARE(TestEnvironment::current().logLines(),
-                 QStringList({QStringLiteral("copied :/core/reports/ItemsforOpenContact.xml to %1/ItemsforOpenContact.xml").arg(folder),
-                              QStringLiteral("failed to copy :/core/reports/Stocktake.xml to %1/Stocktake.xml").arg(folder),
-                              QStringLiteral("failed to copy :/core/reports/Reorder Quantities.xml to %1/Reorder Quantities.xml").arg(folder)}));
+        QCOMPARE(
+            TestEnvironment::current().logLines(),
+            QStringList(
+                {QStringLiteral("copied :/core/reports/ItemsforOpenContact.xml to %1/ItemsforOpenContact.xml")
+                     .arg(folder),
+                 QStringLiteral("failed to copy :/core/reports/Stocktake.xml to %1/Stocktake.xml").arg(folder),
+                 QStringLiteral("failed to copy :/core/reports/Reorder Quantities.xml to %1/Reorder Quantities.xml")
+                     .arg(folder)}));
         QFile mine(folder + QStringLiteral("/Stocktake.xml"));
         QVERIFY(mine.open(QIODevice::ReadOnly));
         QCOMPARE(mine.readAll(), QByteArray("mine"));
@@ -476,31 +532,28 @@ private Q_SLOTS:
                                 "<key>fields</key><array><string>item</string><string>qty</string></array>";
         const QByteArray widths = "<key>colwidths</key><array><string>90</string><string>40</string></array>";
         const QByteArray tail = "</dict></plist>";
-        QTest::newRow("not a property list") << QByteArray("<plist><dict><key>") << "couldn't read report definition"
-                                             << 0 << 2;
-        QTest::newRow("not a dictionary") << QByteArray("<plist version=\"1.0\"><array/></plist>")
-                                          << "it is not a dictionary" << 0 << 2;
-        QTest::newRow("a width missing")
-            << head + "<key>colwidths</key><array><string>90</string></array>" + tail
-            << "\"colwidths\" has 1 widths for 2 headings" << 2 << 3;
+        QTest::newRow("not a property list")
+            << QByteArray("<plist><dict><key>") << "couldn't read report definition" << 0 << 2;
+        QTest::newRow("not a dictionary")
+            << QByteArray("<plist version=\"1.0\"><array/></plist>") << "it is not a dictionary" << 0 << 2;
+        QTest::newRow("a width missing") << head + "<key>colwidths</key><array><string>90</string></array>" + tail
+                                         << "\"colwidths\" has 1 widths for 2 headings" << 2 << 3;
         QTest::newRow("total that is no column") << head + widths + "<key>totalcol</key><string>abc</string>" + tail
                                                  << "\"totalcol\" is not a column number: \"abc\"" << 2 << 3;
-        QTest::newRow("clause of two texts")
-            << head + widths + "<key>where</key><array><array><string>qty</string><string>=</string></array></array>" + tail
-            << "clause 1 of \"where\" is not three texts" << 2 << 3;
-        QTest::newRow("unknown operator")
-            << head + widths
-                   + "<key>where</key><array><array><string>qty</string><string>~</string><string>1</string></array></array>"
-                   + tail
-            << "clause 1 of \"where\" has the unknown operator \"~\"; it always holds" << 2 << 3;
+        QTest::newRow("clause of two texts") << head + widths
+                + "<key>where</key><array><array><string>qty</string><string>=</string></array></array>" + tail
+                                             << "clause 1 of \"where\" is not three texts" << 2 << 3;
+        QTest::newRow("unknown operator") << head + widths
+                + "<key>where</key><array><array><string>qty</string><string>~</string><string>1</string></array></"
+                  "array>"
+                + tail << "clause 1 of \"where\" has the unknown operator \"~\"; it always holds"
+                                          << 2 << 3;
         QTest::newRow("short second fields")
-            << head + widths
-                   + "<key>fields2</key><array><string>code</string></array><key>where2</key><array/>" + tail
+            << head + widths + "<key>fields2</key><array><string>code</string></array><key>where2</key><array/>" + tail
             << "\"fields2\" has 1 names, fewer than the 2 of \"fields\"" << 2 << 6;
-        QTest::newRow("merging on no column")
-            << head + widths + "<key>collationmatchcol</key><string>one</string><key>collationqtycol</key><string>2</string>"
-                   + tail
-            << "\"collationmatchcol\" is not a column number" << 2 << 3;
+        QTest::newRow("merging on no column") << head + widths
+                + "<key>collationmatchcol</key><string>one</string><key>collationqtycol</key><string>2</string>" + tail
+                                              << "\"collationmatchcol\" is not a column number" << 2 << 3;
     }
     void shouldMakeWhatItCanOfABrokenDefinition()
     {

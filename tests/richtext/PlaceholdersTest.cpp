@@ -2,8 +2,8 @@
 // their own placeholder, and an HTML table put in at a placeholder.
 #include "TestMain.h"
 
-#include "platform/richtext/Placeholders.h"
 #include "RichTextChecks.h"
+#include "platform/richtext/Placeholders.h"
 
 #include <QTest>
 #include <QTextBlock>
@@ -25,7 +25,8 @@ QTextCharFormat formatAt(QTextDocument &document, int position)
 
 }  // namespace
 
-class PlaceholdersTest : public QObject {
+class PlaceholdersTest : public QObject
+{
     Q_OBJECT
 
 private slots:
@@ -67,19 +68,23 @@ private slots:
         QTest::addColumn<QString>("value");
         QTest::addColumn<int>("count");
         QTest::addColumn<QString>("result");
-        QTest::newRow("several") << QStringLiteral("<n> and <n>\n<n>!") << QStringLiteral("<n>") << QStringLiteral("Bob") << 3
-                                 << QStringLiteral("Bob and Bob\nBob!");
+        QTest::newRow("several") << QStringLiteral("<n> and <n>\n<n>!") << QStringLiteral("<n>")
+                                 << QStringLiteral("Bob") << 3 << QStringLiteral("Bob and Bob\nBob!");
         QTest::newRow("none") << QStringLiteral("nothing here") << QStringLiteral("<n>") << QStringLiteral("Bob") << 0
                               << QStringLiteral("nothing here");
-        QTest::newRow("letter case counts") << QStringLiteral("<N> <n>") << QStringLiteral("<n>") << QStringLiteral("x") << 1
-                                            << QStringLiteral("<N> x");
-        QTest::newRow("value holds the placeholder") << QStringLiteral("A <x> B <x>") << QStringLiteral("<x>") << QStringLiteral("<x><x>") << 2
-                                                     << QStringLiteral("A <x><x> B <x><x>");
-        QTest::newRow("value ends like the placeholder begins") << QStringLiteral("<x>x>") << QStringLiteral("<x>") << QStringLiteral("<")
-                                                                << 1 << QStringLiteral("<x>");
-        QTest::newRow("empty value") << QStringLiteral("a<x>b<x>") << QStringLiteral("<x>") << QString() << 2 << QStringLiteral("ab");
-        QTest::newRow("adjacent") << QStringLiteral("<x><x><x>") << QStringLiteral("<x>") << QStringLiteral("1") << 3 << QStringLiteral("111");
-        QTest::newRow("empty placeholder") << QStringLiteral("abc") << QString() << QStringLiteral("x") << 0 << QStringLiteral("abc");
+        QTest::newRow("letter case counts") << QStringLiteral("<N> <n>") << QStringLiteral("<n>") << QStringLiteral("x")
+                                            << 1 << QStringLiteral("<N> x");
+        QTest::newRow("value holds the placeholder")
+            << QStringLiteral("A <x> B <x>") << QStringLiteral("<x>") << QStringLiteral("<x><x>") << 2
+            << QStringLiteral("A <x><x> B <x><x>");
+        QTest::newRow("value ends like the placeholder begins")
+            << QStringLiteral("<x>x>") << QStringLiteral("<x>") << QStringLiteral("<") << 1 << QStringLiteral("<x>");
+        QTest::newRow("empty value") << QStringLiteral("a<x>b<x>") << QStringLiteral("<x>") << QString() << 2
+                                     << QStringLiteral("ab");
+        QTest::newRow("adjacent") << QStringLiteral("<x><x><x>") << QStringLiteral("<x>") << QStringLiteral("1") << 3
+                                  << QStringLiteral("111");
+        QTest::newRow("empty placeholder")
+            << QStringLiteral("abc") << QString() << QStringLiteral("x") << 0 << QStringLiteral("abc");
     }
 
     void shouldReplaceEveryOccurrence()
@@ -110,9 +115,9 @@ private slots:
     {
         QTextDocument document;
         document.setPlainText(QStringLiteral("Before\n<itemsordered>\nAfter <itemsordered>"));
-        const QString html = QStringLiteral(
-            "<table border=\"1\"><tr><th>Item</th><th>Price</th></tr>"
-            "<tr><td>Bolt</td><td>0.20</td></tr><tr><td>Nut</td><td>0.10</td></tr></table>");
+        const QString html
+            = QStringLiteral("<table border=\"1\"><tr><th>Item</th><th>Price</th></tr>"
+                             "<tr><td>Bolt</td><td>0.20</td></tr><tr><td>Nut</td><td>0.10</td></tr></table>");
         QVERIFY(Placeholders::insertHtmlAt(document, QStringLiteral("<itemsordered>"), html));
         QTextTable *table = firstTable(document);
         QVERIFY(table);
@@ -132,7 +137,8 @@ private slots:
     {
         QTextDocument document;
         document.setPlainText(QStringLiteral("no table here"));
-        QVERIFY(!Placeholders::insertHtmlAt(document, QStringLiteral("<itemsordered>"), QStringLiteral("<table><tr><td>x</td></tr></table>")));
+        QVERIFY(!Placeholders::insertHtmlAt(document, QStringLiteral("<itemsordered>"),
+                                            QStringLiteral("<table><tr><td>x</td></tr></table>")));
         QCOMPARE(document.toPlainText(), QStringLiteral("no table here"));
         QVERIFY(!firstTable(document));
     }

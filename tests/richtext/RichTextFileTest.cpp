@@ -2,10 +2,10 @@
 // atomically, what a failed save leaves behind, and loading both forms.
 #include "TestMain.h"
 
+#include "RichTextChecks.h"
 #include "platform/richtext/RichTextFile.h"
 #include "platform/richtext/RichTextFileTesting.h"
 #include "platform/richtext/RtfWriter.h"
-#include "RichTextChecks.h"
 
 #include <QDir>
 #include <QFile>
@@ -59,7 +59,8 @@ QList<QImage> imagesOf(const QTextDocument &document)
             const QTextCharFormat format = it.fragment().charFormat();
             if (!format.isImageFormat())
                 continue;
-            const QVariant resource = document.resource(QTextDocument::ImageResource, QUrl(format.toImageFormat().name()));
+            const QVariant resource
+                = document.resource(QTextDocument::ImageResource, QUrl(format.toImageFormat().name()));
             QImage image = resource.value<QImage>();
             if (image.isNull() && resource.userType() == QMetaType::QByteArray)
                 image = QImage::fromData(resource.toByteArray());
@@ -71,14 +72,12 @@ QList<QImage> imagesOf(const QTextDocument &document)
 
 }  // namespace
 
-class RichTextFileTest : public QObject {
+class RichTextFileTest : public QObject
+{
     Q_OBJECT
 
 private slots:
-    void cleanup()
-    {
-        RichTextFile::testing::injectFailure(Failure::None);
-    }
+    void cleanup() { RichTextFile::testing::injectFailure(Failure::None); }
 
     void shouldSaveAndLoadAPlainFile()
     {
@@ -117,7 +116,8 @@ private slots:
 
         QTextDocument loaded;
         QVERIFY2(RichTextFile::load(path, loaded, &error), qPrintable(error));
-        QCOMPARE(loaded.toPlainText().remove(QChar::ObjectReplacementCharacter), QStringLiteral("Invoice for <contactname>"));
+        QCOMPARE(loaded.toPlainText().remove(QChar::ObjectReplacementCharacter),
+                 QStringLiteral("Invoice for <contactname>"));
         const QList<QImage> images = imagesOf(loaded);
         QCOMPARE(images.size(), 1);
         QVERIFY(samePixels(images.at(0), testImage(qRgb(200, 10, 10))));
@@ -245,9 +245,10 @@ private slots:
         QVERIFY(testImage(qRgb(7, 7, 7)).save(path + QStringLiteral("/inside.png")));
         QVERIFY(writeFile(path + QStringLiteral("/TXT.rtf"),
                           "{\\rtf1\\ansi A{{\\NeXTGraphic ../outside.png \\width80 \\height60}\\'ac}"
-                          "B{{\\NeXTGraphic " + folder.filePath(QStringLiteral("outside.png")).toUtf8() +
-                              " \\width80 \\height60}\\'ac}"
-                          "C{{\\NeXTGraphic inside.png \\width80 \\height60}\\'ac}D}"));
+                          "B{{\\NeXTGraphic "
+                              + folder.filePath(QStringLiteral("outside.png")).toUtf8()
+                              + " \\width80 \\height60}\\'ac}"
+                                "C{{\\NeXTGraphic inside.png \\width80 \\height60}\\'ac}D}"));
         QTextDocument document;
         QString error;
         QVERIFY2(RichTextFile::load(path, document, &error), qPrintable(error));

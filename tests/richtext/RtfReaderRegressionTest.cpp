@@ -5,9 +5,9 @@
 // b.tiff, c.txt and d.png, a link to a picture outside the package.
 #include "TestMain.h"
 
+#include "RichTextChecks.h"
 #include "platform/richtext/RtfReader.h"
 #include "platform/richtext/RtfWriter.h"
-#include "RichTextChecks.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -35,7 +35,8 @@ private slots:
         QVERIFY(writeFile(m_package + QStringLiteral("/a.png"), imageBytes(filledImage(6, 4, Qt::darkCyan), "PNG")));
         QVERIFY(writeFile(m_package + QStringLiteral("/b.tiff"), imageBytes(filledImage(3, 5, Qt::darkCyan), "TIFF")));
         QVERIFY(writeFile(m_package + QStringLiteral("/c.txt"), "not a picture"));
-        QVERIFY(writeFile(m_folder.filePath(QStringLiteral("outside.png")), imageBytes(filledImage(2, 2, Qt::darkCyan), "PNG")));
+        QVERIFY(writeFile(m_folder.filePath(QStringLiteral("outside.png")),
+                          imageBytes(filledImage(2, 2, Qt::darkCyan), "PNG")));
         QVERIFY(QFile::link(m_folder.filePath(QStringLiteral("outside.png")), m_package + QStringLiteral("/d.png")));
     }
 

@@ -4,8 +4,8 @@
 // TextEdit, LibreOffice Writer and AbiWord (tests/data/rtf).
 #include "TestMain.h"
 
-#include "platform/richtext/RtfReader.h"
 #include "RichTextChecks.h"
+#include "platform/richtext/RtfReader.h"
 
 #include <QDir>
 #include <QFile>
@@ -37,7 +37,7 @@ QByteArray document(const QByteArray &body)
            "{\\f2\\fswiss Helvetica-Bold;}{\\f3\\fswiss Helvetica-Oblique;}{\\f4\\fswiss Helvetica-BoldOblique;}"
            "{\\f5\\fswiss Arial-BoldItalicMT;}{\\f6\\fswiss Gill Sans-Bold-Italic;}}"
            "{\\colortbl;\\red255\\green0\\blue0;\\red0\\green0\\blue255;}"
-           + body + "}";
+        + body + "}";
 }
 
 quint32 crc32(QByteArrayView bytes)
@@ -70,7 +70,8 @@ QByteArray pngClaiming(quint32 width, quint32 height)
     header += QByteArray("\x08\x02\x00\x00\x00", 5);
     // A few bytes of a deflate stream of zeros.
     const QByteArray idat = QByteArray::fromHex("789cedc1010d000000c2a0f74f6d0e37a00000000000000000be0d");
-    return QByteArray("\x89PNG\r\n\x1a\n", 8) + chunk("IHDR", header) + chunk("IDAT", idat) + chunk("IEND", QByteArray());
+    return QByteArray("\x89PNG\r\n\x1a\n", 8) + chunk("IHDR", header) + chunk("IDAT", idat)
+        + chunk("IEND", QByteArray());
 }
 
 }  // namespace
@@ -188,12 +189,11 @@ private slots:
             << QStringLiteral("\u041F\u0440\u0438\u0432\u0435\u0442, \u043C\u0438\u0440\n"
                               "\u0414\u043E \u0441\u0432\u0438\u0434\u0430\u043D\u0438\u044F\n");
         QTest::newRow("Shift_JIS double bytes across escapes, \\fcharset0 before \\ansicpg")
-            << dataFile("shift-jis.rtf")
-            << QStringLiteral("\u65E5\u672C\u8A9E \u30BD\u30D5\u30C8 ABC\nplain \u00E9\n");
+            << dataFile("shift-jis.rtf") << QStringLiteral("\u65E5\u672C\u8A9E \u30BD\u30D5\u30C8 ABC\nplain \u00E9\n");
         QTest::newRow("\\mac") << dataFile("textedit-mac.rtf") << QStringLiteral("Caf\u00E9 cr\u00E8me \u2022 done");
-        QTest::newRow("\\fcharset77 in a \\ansi document")
-            << QByteArray("{\\rtf1\\ansi{\\fonttbl\\f0\\fnil\\fcharset77 Geneva;\\f1\\fnil Arial;}\\f0 \\'8e\\f1 \\'8e}")
-            << QStringLiteral("\u00E9\u017D");
+        QTest::newRow("\\fcharset77 in a \\ansi document") << QByteArray(
+            "{\\rtf1\\ansi{\\fonttbl\\f0\\fnil\\fcharset77 Geneva;\\f1\\fnil Arial;}\\f0 \\'8e\\f1 \\'8e}")
+                                                           << QStringLiteral("\u00E9\u017D");
         QTest::newRow("\\cpg of a font") << QByteArray("{\\rtf1\\ansi{\\fonttbl{\\f0\\cpg1253 Arial;}}\\f0 \\'e1}")
                                          << QStringLiteral("\u03B1");
         QTest::newRow("Symbol font bullet")
@@ -238,16 +238,22 @@ private slots:
         QTest::newRow("\\plain resets") << QByteArray("\\b\\i\\plain X") << weight << QVariant();
         QTest::newRow("italic") << QByteArray("\\i X") << int(QTextFormat::FontItalic) << QVariant(true);
         const int underline = QTextFormat::TextUnderlineStyle;
-        QTest::newRow("underline") << QByteArray("\\ul X") << underline << QVariant(int(QTextCharFormat::SingleUnderline));
-        QTest::newRow("word underline") << QByteArray("\\ulw X") << underline << QVariant(int(QTextCharFormat::SingleUnderline));
-        QTest::newRow("dotted underline") << QByteArray("\\uld X") << underline << QVariant(int(QTextCharFormat::DotLine));
-        QTest::newRow("wave underline") << QByteArray("\\ulwave X") << underline << QVariant(int(QTextCharFormat::WaveUnderline));
+        QTest::newRow("underline") << QByteArray("\\ul X") << underline
+                                   << QVariant(int(QTextCharFormat::SingleUnderline));
+        QTest::newRow("word underline") << QByteArray("\\ulw X") << underline
+                                        << QVariant(int(QTextCharFormat::SingleUnderline));
+        QTest::newRow("dotted underline")
+            << QByteArray("\\uld X") << underline << QVariant(int(QTextCharFormat::DotLine));
+        QTest::newRow("wave underline") << QByteArray("\\ulwave X") << underline
+                                        << QVariant(int(QTextCharFormat::WaveUnderline));
         QTest::newRow("\\ulnone") << QByteArray("\\ul\\ulnone X") << underline << QVariant();
         QTest::newRow("\\ul0") << QByteArray("\\ul\\ul0 X") << underline << QVariant();
         QTest::newRow("strike") << QByteArray("\\strike X") << int(QTextFormat::FontStrikeOut) << QVariant(true);
-        QTest::newRow("double strike") << QByteArray("\\striked1 X") << int(QTextFormat::FontStrikeOut) << QVariant(true);
+        QTest::newRow("double strike") << QByteArray("\\striked1 X") << int(QTextFormat::FontStrikeOut)
+                                       << QVariant(true);
         const int vertical = QTextFormat::TextVerticalAlignment;
-        QTest::newRow("\\super") << QByteArray("\\super X") << vertical << QVariant(int(QTextCharFormat::AlignSuperScript));
+        QTest::newRow("\\super") << QByteArray("\\super X") << vertical
+                                 << QVariant(int(QTextCharFormat::AlignSuperScript));
         QTest::newRow("\\sub") << QByteArray("\\sub X") << vertical << QVariant(int(QTextCharFormat::AlignSubScript));
         QTest::newRow("\\nosupersub") << QByteArray("\\super\\nosupersub X") << vertical << QVariant();
         QTest::newRow("\\up") << QByteArray("\\up6 X") << vertical << QVariant(int(QTextCharFormat::AlignSuperScript));
@@ -262,15 +268,20 @@ private slots:
         const int families = QTextFormat::FontFamilies;
         QTest::newRow("\\deff font") << QByteArray("X") << families << QVariant(QStringList{"Times New Roman"});
         QTest::newRow("\\f") << QByteArray("\\f1 X") << families << QVariant(QStringList{"Arial"});
-        QTest::newRow("\\plain goes back to \\deff") << QByteArray("\\f1\\plain X") << families
-                                                    << QVariant(QStringList{"Times New Roman"});
-        QTest::newRow("PostScript -Bold family") << QByteArray("\\f2 X") << families << QVariant(QStringList{"Helvetica"});
+        QTest::newRow("\\plain goes back to \\deff")
+            << QByteArray("\\f1\\plain X") << families << QVariant(QStringList{"Times New Roman"});
+        QTest::newRow("PostScript -Bold family")
+            << QByteArray("\\f2 X") << families << QVariant(QStringList{"Helvetica"});
         QTest::newRow("PostScript -Bold weight") << QByteArray("\\f2 X") << weight << QVariant(int(QFont::Bold));
         QTest::newRow("PostScript -Oblique") << QByteArray("\\f3 X") << int(QTextFormat::FontItalic) << QVariant(true);
-        QTest::newRow("PostScript -BoldOblique family") << QByteArray("\\f4 X") << families << QVariant(QStringList{"Helvetica"});
-        QTest::newRow("PostScript -BoldOblique italic") << QByteArray("\\f4 X") << int(QTextFormat::FontItalic) << QVariant(true);
-        QTest::newRow("PostScript -BoldItalicMT family") << QByteArray("\\f5 X") << families << QVariant(QStringList{"Arial"});
-        QTest::newRow("PostScript -BoldItalicMT weight") << QByteArray("\\f5 X") << weight << QVariant(int(QFont::Bold));
+        QTest::newRow("PostScript -BoldOblique family")
+            << QByteArray("\\f4 X") << families << QVariant(QStringList{"Helvetica"});
+        QTest::newRow("PostScript -BoldOblique italic")
+            << QByteArray("\\f4 X") << int(QTextFormat::FontItalic) << QVariant(true);
+        QTest::newRow("PostScript -BoldItalicMT family")
+            << QByteArray("\\f5 X") << families << QVariant(QStringList{"Arial"});
+        QTest::newRow("PostScript -BoldItalicMT weight")
+            << QByteArray("\\f5 X") << weight << QVariant(int(QFont::Bold));
         QTest::newRow("two suffixes family") << QByteArray("\\f6 X") << families << QVariant(QStringList{"Gill Sans"});
         QTest::newRow("two suffixes italic") << QByteArray("\\f6 X") << int(QTextFormat::FontItalic) << QVariant(true);
         QTest::newRow("two suffixes weight") << QByteArray("\\f6 X") << weight << QVariant(int(QFont::Bold));
@@ -283,8 +294,10 @@ private slots:
         QTest::newRow("\\cb") << QByteArray("\\cb2 X") << background << QVariant(QColor(0, 0, 255));
         QTest::newRow("\\highlight") << QByteArray("\\highlight1 X") << background << QVariant(QColor(255, 0, 0));
         QTest::newRow("\\chcbpat") << QByteArray("\\chcbpat2 X") << background << QVariant(QColor(0, 0, 255));
-        QTest::newRow("\\caps") << QByteArray("\\caps X") << int(QTextFormat::FontCapitalization) << QVariant(int(QFont::AllUppercase));
-        QTest::newRow("\\scaps") << QByteArray("\\scaps X") << int(QTextFormat::FontCapitalization) << QVariant(int(QFont::SmallCaps));
+        QTest::newRow("\\caps") << QByteArray("\\caps X") << int(QTextFormat::FontCapitalization)
+                                << QVariant(int(QFont::AllUppercase));
+        QTest::newRow("\\scaps") << QByteArray("\\scaps X") << int(QTextFormat::FontCapitalization)
+                                 << QVariant(int(QFont::SmallCaps));
     }
     void shouldReadCharacterFormats()
     {
@@ -300,7 +313,7 @@ private slots:
         } else if (expected.userType() == QMetaType::QColor) {
             QVERIFY(format.hasProperty(property));
             QCOMPARE(format.property(property).userType() == QMetaType::QBrush ? format.brushProperty(property).color()
-                                                                              : format.colorProperty(property),
+                                                                               : format.colorProperty(property),
                      expected.value<QColor>());
         } else if (expected.userType() == QMetaType::Double) {
             QCOMPARE(format.doubleProperty(property), expected.toDouble());
@@ -330,18 +343,22 @@ private slots:
         QTest::newRow("\\qj") << QByteArray("\\qj X\\par") << alignment << QVariant(int(Qt::AlignJustify));
         QTest::newRow("\\ql after \\qc") << QByteArray("\\qc\\ql X\\par") << alignment << QVariant();
         QTest::newRow("set at the mark") << QByteArray("X\\qc\\par") << alignment << QVariant(int(Qt::AlignHCenter));
-        QTest::newRow("kept to the next paragraph") << QByteArray("\\qc a\\par X") << alignment << QVariant(int(Qt::AlignHCenter));
+        QTest::newRow("kept to the next paragraph")
+            << QByteArray("\\qc a\\par X") << alignment << QVariant(int(Qt::AlignHCenter));
         QTest::newRow("\\pard resets without a \\par") << QByteArray("\\qc a\\par\\pard X") << alignment << QVariant();
         QTest::newRow("TextEdit: backslash-LF then \\pard")
             << QByteArray("\\pard\\qc a\\\n\\pard\\pardirnatural X") << alignment << QVariant();
-        QTest::newRow("\\li in points") << QByteArray("\\li720 X") << int(QTextFormat::BlockLeftMargin) << QVariant(36.0);
+        QTest::newRow("\\li in points") << QByteArray("\\li720 X") << int(QTextFormat::BlockLeftMargin)
+                                        << QVariant(36.0);
         QTest::newRow("\\lin") << QByteArray("\\lin360 X") << int(QTextFormat::BlockLeftMargin) << QVariant(18.0);
         QTest::newRow("\\ri") << QByteArray("\\ri360 X") << int(QTextFormat::BlockRightMargin) << QVariant(18.0);
         QTest::newRow("\\fi negative") << QByteArray("\\fi-360 X") << int(QTextFormat::TextIndent) << QVariant(-18.0);
         QTest::newRow("\\sb") << QByteArray("\\sb240 X") << int(QTextFormat::BlockTopMargin) << QVariant(12.0);
         QTest::newRow("\\sa") << QByteArray("\\sa120 X") << int(QTextFormat::BlockBottomMargin) << QVariant(6.0);
-        QTest::newRow("\\pard resets indents") << QByteArray("\\li720\\pard X") << int(QTextFormat::BlockLeftMargin) << QVariant();
-        QTest::newRow("\\sl multiple") << QByteArray("\\sl360\\slmult1 X") << int(QTextFormat::LineHeight) << QVariant(150.0);
+        QTest::newRow("\\pard resets indents")
+            << QByteArray("\\li720\\pard X") << int(QTextFormat::BlockLeftMargin) << QVariant();
+        QTest::newRow("\\sl multiple") << QByteArray("\\sl360\\slmult1 X") << int(QTextFormat::LineHeight)
+                                       << QVariant(150.0);
         QTest::newRow("\\sl multiple type") << QByteArray("\\sl360\\slmult1 X") << int(QTextFormat::LineHeightType)
                                             << QVariant(int(QTextBlockFormat::ProportionalHeight));
         QTest::newRow("\\sl exact") << QByteArray("\\sl-480 X") << int(QTextFormat::LineHeight) << QVariant(24.0);
@@ -350,9 +367,10 @@ private slots:
         QTest::newRow("\\sl at least type") << QByteArray("\\sl300 X") << int(QTextFormat::LineHeightType)
                                             << QVariant(int(QTextBlockFormat::MinimumHeight));
         QTest::newRow("\\sl0 is single") << QByteArray("\\sl0 X") << int(QTextFormat::LineHeight) << QVariant();
-        QTest::newRow("\\cbpat") << QByteArray("\\cbpat2 X") << int(QTextFormat::BackgroundBrush) << QVariant(QColor(0, 0, 255));
-        QTest::newRow("\\page breaks before the next")
-            << QByteArray("a\\page X") << int(QTextFormat::PageBreakPolicy) << QVariant(int(QTextFormat::PageBreak_AlwaysBefore));
+        QTest::newRow("\\cbpat") << QByteArray("\\cbpat2 X") << int(QTextFormat::BackgroundBrush)
+                                 << QVariant(QColor(0, 0, 255));
+        QTest::newRow("\\page breaks before the next") << QByteArray("a\\page X") << int(QTextFormat::PageBreakPolicy)
+                                                       << QVariant(int(QTextFormat::PageBreak_AlwaysBefore));
         QTest::newRow("\\pagebb") << QByteArray("\\pagebb X") << int(QTextFormat::PageBreakPolicy)
                                   << QVariant(int(QTextFormat::PageBreak_AlwaysBefore));
     }
@@ -379,9 +397,10 @@ private slots:
     void shouldReadTabStops()
     {
         QTextDocument doc;
-        QVERIFY(RtfReader::read(document("\\pard\\tx720\\tqr\\tx2880\\tqc\\tldot\\tx4320\\tqdec\\tx5000 a\\tab b\\par\\pard c"),
-                                doc)
-                    .ok);
+        QVERIFY(
+            RtfReader::read(
+                document("\\pard\\tx720\\tqr\\tx2880\\tqc\\tldot\\tx4320\\tqdec\\tx5000 a\\tab b\\par\\pard c"), doc)
+                .ok);
         const QList<QTextOption::Tab> tabs = blockFormatOf(doc, QStringLiteral("a")).tabPositions();
         QCOMPARE(tabs.size(), 4);
         QCOMPARE(tabs.at(0).position, 36.0);
@@ -408,31 +427,47 @@ private slots:
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("skipped");  // a line expected in skipped, or empty for a clean document
         QTest::newRow("unknown \\* destination") << QByteArray("a{\\*\\unknownthing hidden {nested} text}b") << "ab"
-                                                << "unknown destination \\unknownthing skipped";
-        QTest::newRow("\\* before a known skipped one") << QByteArray("a{\\*\\generator Writer 1.0;}b") << "ab" << "";
-        QTest::newRow("info") << QByteArray("a{\\info{\\title T}{\\author A}}b") << "ab" << "";
-        QTest::newRow("stylesheet") << QByteArray("a{\\stylesheet{\\s0 Normal;}{\\s1 Heading;}}b") << "ab" << "";
-        QTest::newRow("header and footer") << QByteArray("a{\\header H}{\\footerl F}b") << "ab" << "";
-        QTest::newRow("footnote") << QByteArray("a{\\super\\chftn}{\\footnote note}b") << "ab" << "";
-        QTest::newRow("expanded colour table") << QByteArray("a{\\*\\expandedcolortbl;;\\csgray\\c0;}b") << "ab" << "";
-        QTest::newRow("page style table") << QByteArray("a{\\*\\pgdsctbl{\\pgdsc0 Default Page Style;}}b") << "ab" << "";
-        QTest::newRow("nonshppict") << QByteArray("a{\\nonshppict{\\pict\\wmetafile8 0102}}b") << "ab" << "";
+                                                 << "unknown destination \\unknownthing skipped";
+        QTest::newRow("\\* before a known skipped one") << QByteArray("a{\\*\\generator Writer 1.0;}b") << "ab"
+                                                        << "";
+        QTest::newRow("info") << QByteArray("a{\\info{\\title T}{\\author A}}b") << "ab"
+                              << "";
+        QTest::newRow("stylesheet") << QByteArray("a{\\stylesheet{\\s0 Normal;}{\\s1 Heading;}}b") << "ab"
+                                    << "";
+        QTest::newRow("header and footer") << QByteArray("a{\\header H}{\\footerl F}b") << "ab"
+                                           << "";
+        QTest::newRow("footnote") << QByteArray("a{\\super\\chftn}{\\footnote note}b") << "ab"
+                                  << "";
+        QTest::newRow("expanded colour table") << QByteArray("a{\\*\\expandedcolortbl;;\\csgray\\c0;}b") << "ab"
+                                               << "";
+        QTest::newRow("page style table") << QByteArray("a{\\*\\pgdsctbl{\\pgdsc0 Default Page Style;}}b") << "ab"
+                                          << "";
+        QTest::newRow("nonshppict") << QByteArray("a{\\nonshppict{\\pict\\wmetafile8 0102}}b") << "ab"
+                                    << "";
         QTest::newRow("field shows its result")
-            << QByteArray("a{\\field{\\*\\fldinst{ PAGE }}{\\fldrslt{3}}}b") << "a3b" << "";
-        QTest::newRow("field instruction without \\*") << QByteArray("a{\\field{\\fldinst DATE}{\\fldrslt today}}b")
-                                                       << "atodayb" << "";
-        QTest::newRow("fldinst outside a field") << QByteArray("a{\\fldinst DATE}b") << "ab" << "";
+            << QByteArray("a{\\field{\\*\\fldinst{ PAGE }}{\\fldrslt{3}}}b") << "a3b"
+            << "";
+        QTest::newRow("field instruction without \\*")
+            << QByteArray("a{\\field{\\fldinst DATE}{\\fldrslt today}}b") << "atodayb"
+            << "";
+        QTest::newRow("fldinst outside a field") << QByteArray("a{\\fldinst DATE}b") << "ab"
+                                                 << "";
         QTest::newRow("\\bin inside a skipped group steps over braces")
-            << QByteArray("a{\\*\\blob \\bin6 }}}{{{ more}b") << "ab" << "unknown destination \\blob skipped";
-        QTest::newRow("\\bin in the text is not shown") << QByteArray("a\\bin3 }{xb") << "ab" << "";
-        QTest::newRow("\\bin longer than the file")
-            << QByteArray("a{\\*\\blob \\bin99 xyz") << "a" << "\\bin data longer than the file";
-        QTest::newRow("\\* then text") << QByteArray("a{\\*text}b") << "ab" << "";
-        QTest::newRow("listtext is shown") << QByteArray("{\\listtext\\'95\\tab}item") << QStringLiteral("\u2022\titem") << "";
+            << QByteArray("a{\\*\\blob \\bin6 }}}{{{ more}b") << "ab"
+            << "unknown destination \\blob skipped";
+        QTest::newRow("\\bin in the text is not shown") << QByteArray("a\\bin3 }{xb") << "ab"
+                                                        << "";
+        QTest::newRow("\\bin longer than the file") << QByteArray("a{\\*\\blob \\bin99 xyz") << "a"
+                                                    << "\\bin data longer than the file";
+        QTest::newRow("\\* then text") << QByteArray("a{\\*text}b") << "ab"
+                                       << "";
+        QTest::newRow("listtext is shown")
+            << QByteArray("{\\listtext\\'95\\tab}item") << QStringLiteral("\u2022\titem") << "";
         QTest::newRow("pntext is shown") << QByteArray("{\\pntext 1.\\tab}item") << QStringLiteral("1.\titem") << "";
         QTest::newRow("pn is not") << QByteArray("{\\*\\pn\\pnlvlblt{\\pntxtb x}}item") << QStringLiteral("item") << "";
         QTest::newRow("object shows its result")
-            << QByteArray("a{\\object\\objemb{\\*\\objclass Paint}{\\*\\objdata 0102}{\\result b}}c") << "abc" << "";
+            << QByteArray("a{\\object\\objemb{\\*\\objclass Paint}{\\*\\objdata 0102}{\\result b}}c") << "abc"
+            << "";
     }
     void shouldSkipDestinations()
     {
@@ -471,7 +506,8 @@ private slots:
         QFETCH(QByteArray, instruction);
         QFETCH(QString, href);
         QTextDocument doc;
-        QVERIFY(RtfReader::read(document("{\\field{\\*\\fldinst " + instruction + "}{\\fldrslt {\\ul X}}} after"), doc).ok);
+        QVERIFY(
+            RtfReader::read(document("{\\field{\\*\\fldinst " + instruction + "}{\\fldrslt {\\ul X}}} after"), doc).ok);
         QCOMPARE(doc.toPlainText(), QStringLiteral("X after"));
         const QTextCharFormat link = formatOf(doc, QStringLiteral("X"));
         QVERIFY(link.isAnchor());
@@ -483,12 +519,13 @@ private slots:
     void shouldReadATable()
     {
         QTextDocument doc;
-        const QByteArray body = "before\\par"
-                                "\\trowd\\trgaph108\\trleft0\\clbrdrt\\brdrs\\clcbpat2\\cellx2880\\clbrdrt\\brdrs\\cellx7200"
-                                "\\pard\\intbl A1\\cell\\pard\\intbl\\qr B1\\par second line\\cell\\row"
-                                "\\trowd\\trgaph108\\cellx2880\\cellx7200"
-                                "\\pard\\intbl {\\b A2}\\cell\\pard\\intbl B2\\cell\\row"
-                                "\\pard after";
+        const QByteArray body
+            = "before\\par"
+              "\\trowd\\trgaph108\\trleft0\\clbrdrt\\brdrs\\clcbpat2\\cellx2880\\clbrdrt\\brdrs\\cellx7200"
+              "\\pard\\intbl A1\\cell\\pard\\intbl\\qr B1\\par second line\\cell\\row"
+              "\\trowd\\trgaph108\\cellx2880\\cellx7200"
+              "\\pard\\intbl {\\b A2}\\cell\\pard\\intbl B2\\cell\\row"
+              "\\pard after";
         const RtfReadResult result = RtfReader::read(document(body), doc);
         QVERIFY(result.ok);
         QVERIFY(result.skipped.isEmpty());
@@ -527,10 +564,13 @@ private slots:
         QTest::addColumn<int>("rows");
         QTest::addColumn<int>("columns");
         QTest::addColumn<QString>("lastCell");
-        QTest::newRow("no \\row at the end") << QByteArray("\\trowd\\cellx1000\\cellx2000\\intbl a\\cell b\\cell") << 1 << 2 << "b";
-        QTest::newRow("more cells than \\cellx") << QByteArray("\\trowd\\cellx1000\\intbl a\\cell b\\cell c\\cell\\row") << 1 << 3 << "c";
-        QTest::newRow("rows of different lengths")
-            << QByteArray("\\trowd\\cellx1000\\intbl a\\cell\\row\\trowd\\cellx1000\\cellx2000\\intbl b\\cell c\\cell\\row") << 2 << 2 << "c";
+        QTest::newRow("no \\row at the end")
+            << QByteArray("\\trowd\\cellx1000\\cellx2000\\intbl a\\cell b\\cell") << 1 << 2 << "b";
+        QTest::newRow("more cells than \\cellx")
+            << QByteArray("\\trowd\\cellx1000\\intbl a\\cell b\\cell c\\cell\\row") << 1 << 3 << "c";
+        QTest::newRow("rows of different lengths") << QByteArray(
+            "\\trowd\\cellx1000\\intbl a\\cell\\row\\trowd\\cellx1000\\cellx2000\\intbl b\\cell c\\cell\\row")
+                                                   << 2 << 2 << "c";
         QTest::newRow("text before \\row") << QByteArray("\\trowd\\cellx1000\\intbl a\\cell b\\row") << 1 << 2 << "b";
         QTest::newRow("\\cell without \\intbl") << QByteArray("a\\cell b\\cell\\row") << 1 << 2 << "b";
     }
@@ -569,11 +609,12 @@ private slots:
     void shouldReadNestedTableTextIntoTheOuterCell()
     {
         QTextDocument doc;
-        QVERIFY(RtfReader::read(document("\\trowd\\cellx3000\\intbl outer\\par\\itap2 x\\nestcell y\\nestcell"
-                                         "{\\*\\nesttableprops\\trowd\\cellx1000\\cellx2000\\nestrow}{\\nonesttables\\par}"
-                                         "\\itap1\\cell\\row"),
-                                doc)
-                    .ok);
+        QVERIFY(
+            RtfReader::read(document("\\trowd\\cellx3000\\intbl outer\\par\\itap2 x\\nestcell y\\nestcell"
+                                     "{\\*\\nesttableprops\\trowd\\cellx1000\\cellx2000\\nestrow}{\\nonesttables\\par}"
+                                     "\\itap1\\cell\\row"),
+                            doc)
+                .ok);
         QTextTable *table = doc.find(QStringLiteral("outer")).currentTable();
         QVERIFY(table);
         QVERIFY(doc.find(QStringLiteral("x")).currentTable() == table);
@@ -583,13 +624,17 @@ private slots:
     void shouldMergeCells()
     {
         QTextDocument doc;
-        QVERIFY(RtfReader::read(document("\\trowd\\clmgf\\cellx1000\\clmrg\\cellx2000\\cellx3000\\intbl wide\\cell more\\cell c\\cell\\row"
-                                         "\\trowd\\clvmgf\\cellx1000\\cellx2000\\cellx3000\\intbl tall\\cell b\\cell c\\cell\\row"
-                                         "\\trowd\\clvmrg\\cellx1000\\cellx2000\\cellx3000\\intbl\\cell b\\cell c\\cell\\row"
-                                         "\\trowd\\clmgf\\cellx1000\\clmrg\\cellx2000\\cellx3000\\pard\\intbl\\qc\\sa140\\cell\\pard\\intbl\\cell"
-                                         "\\pard\\intbl last\\cell\\row"),
-                                doc)
-                    .ok);
+        QVERIFY(
+            RtfReader::read(
+                document(
+                    "\\trowd\\clmgf\\cellx1000\\clmrg\\cellx2000\\cellx3000\\intbl wide\\cell more\\cell c\\cell\\row"
+                    "\\trowd\\clvmgf\\cellx1000\\cellx2000\\cellx3000\\intbl tall\\cell b\\cell c\\cell\\row"
+                    "\\trowd\\clvmrg\\cellx1000\\cellx2000\\cellx3000\\intbl\\cell b\\cell c\\cell\\row"
+                    "\\trowd\\clmgf\\cellx1000\\clmrg\\cellx2000\\cellx3000\\pard\\intbl\\qc\\sa140\\cell\\pard\\intbl"
+                    "\\cell"
+                    "\\pard\\intbl last\\cell\\row"),
+                doc)
+                .ok);
         QTextTable *table = doc.find(QStringLiteral("wide")).currentTable();
         QVERIFY(table);
         QCOMPARE(table->rows(), 4);
@@ -609,24 +654,30 @@ private slots:
         QTest::addColumn<QByteArray>("picture");  // the group, %1 standing for the hex of a 4 x 3 PNG, %2 of a JPEG
         QTest::addColumn<QSize>("pixels");
         QTest::addColumn<QSizeF>("points");  // empty: no size given
-        QTest::newRow("png hex with goal size") << QByteArray("{\\pict\\pngblip\\picw4\\pich3\\picwgoal1440\\pichgoal1080 %1}")
-                                                << QSize(4, 3) << QSizeF(72, 54);
-        QTest::newRow("jpeg hex") << QByteArray("{\\pict\\jpegblip\\picwgoal600\\pichgoal450\n%2\n}") << QSize(4, 3) << QSizeF(30, 22.5);
-        QTest::newRow("scaled") << QByteArray("{\\pict\\pngblip\\picwgoal1440\\pichgoal1080\\picscalex50\\picscaley200 %1}")
+        QTest::newRow("png hex with goal size")
+            << QByteArray("{\\pict\\pngblip\\picw4\\pich3\\picwgoal1440\\pichgoal1080 %1}") << QSize(4, 3)
+            << QSizeF(72, 54);
+        QTest::newRow("jpeg hex") << QByteArray("{\\pict\\jpegblip\\picwgoal600\\pichgoal450\n%2\n}") << QSize(4, 3)
+                                  << QSizeF(30, 22.5);
+        QTest::newRow("scaled") << QByteArray(
+            "{\\pict\\pngblip\\picwgoal1440\\pichgoal1080\\picscalex50\\picscaley200 %1}")
                                 << QSize(4, 3) << QSizeF(36, 108);
-        QTest::newRow("scaled without goal") << QByteArray("{\\pict\\pngblip\\picscalex200\\picscaley200 %1}") << QSize(4, 3)
-                                             << QSizeF(8, 6);
+        QTest::newRow("scaled without goal")
+            << QByteArray("{\\pict\\pngblip\\picscalex200\\picscaley200 %1}") << QSize(4, 3) << QSizeF(8, 6);
         QTest::newRow("no size") << QByteArray("{\\pict\\pngblip %1}") << QSize(4, 3) << QSizeF();
-        QTest::newRow("width only") << QByteArray("{\\pict\\pngblip\\picwgoal1600 %1}") << QSize(4, 3) << QSizeF(80, 60);
-        QTest::newRow("height only") << QByteArray("{\\pict\\pngblip\\pichgoal1200 %1}") << QSize(4, 3) << QSizeF(80, 60);
-        QTest::newRow("too large to show") << QByteArray("{\\pict\\pngblip\\picwgoal800000\\pichgoal300000 %1}") << QSize(4, 3)
-                                           << QSizeF(10000, 3750);
-        QTest::newRow("too large and too thin") << QByteArray("{\\pict\\pngblip\\picwgoal800000\\pichgoal1 %1}") << QSize(4, 3)
-                                                << QSizeF(10000, 1);
-        QTest::newRow("shppict read, nonshppict skipped")
-            << QByteArray("{\\*\\shppict{\\pict\\pngblip\\picwgoal80\\pichgoal60 %1}}{\\nonshppict{\\pict\\wmetafile8 0102}}")
-            << QSize(4, 3) << QSizeF(4, 3);
-        QTest::newRow("format found from the bytes") << QByteArray("{\\pict\\wmetafile8 %1}") << QSize(4, 3) << QSizeF();
+        QTest::newRow("width only") << QByteArray("{\\pict\\pngblip\\picwgoal1600 %1}") << QSize(4, 3)
+                                    << QSizeF(80, 60);
+        QTest::newRow("height only") << QByteArray("{\\pict\\pngblip\\pichgoal1200 %1}") << QSize(4, 3)
+                                     << QSizeF(80, 60);
+        QTest::newRow("too large to show")
+            << QByteArray("{\\pict\\pngblip\\picwgoal800000\\pichgoal300000 %1}") << QSize(4, 3) << QSizeF(10000, 3750);
+        QTest::newRow("too large and too thin")
+            << QByteArray("{\\pict\\pngblip\\picwgoal800000\\pichgoal1 %1}") << QSize(4, 3) << QSizeF(10000, 1);
+        QTest::newRow("shppict read, nonshppict skipped") << QByteArray(
+            "{\\*\\shppict{\\pict\\pngblip\\picwgoal80\\pichgoal60 %1}}{\\nonshppict{\\pict\\wmetafile8 0102}}")
+                                                          << QSize(4, 3) << QSizeF(4, 3);
+        QTest::newRow("format found from the bytes")
+            << QByteArray("{\\pict\\wmetafile8 %1}") << QSize(4, 3) << QSizeF();
         QTest::newRow("\\bin data") << QByteArray("{\\pict\\pngblip\\picwgoal40\\pichgoal30\\bin%3 %4}") << QSize(4, 3)
                                     << QSizeF(2, 1.5);
     }
@@ -663,7 +714,9 @@ private slots:
         const QString png = QString::fromLatin1(imageBytes(filledImage(4, 3, Qt::red), "PNG").toHex());
         const QString blue = QString::fromLatin1(imageBytes(filledImage(2, 2, Qt::blue), "PNG").toHex());
         QTextDocument doc;
-        QVERIFY(RtfReader::read(document(QStringLiteral("{\\pict\\pngblip %1}{\\pict\\pngblip %2}").arg(png, blue).toLatin1()), doc).ok);
+        QVERIFY(RtfReader::read(
+                    document(QStringLiteral("{\\pict\\pngblip %1}{\\pict\\pngblip %2}").arg(png, blue).toLatin1()), doc)
+                    .ok);
         const QList<QTextImageFormat> found = images(doc);
         QCOMPARE(found.size(), 2);
         QVERIFY(found.at(0).name() != found.at(1).name());
@@ -677,12 +730,15 @@ private slots:
         QTest::addColumn<QString>("skipped");
         QTest::newRow("metafile") << QByteArray("{\\pict\\wmetafile8\\picw10\\pich10 0100090000037c00}")
                                   << "picture in a format other than PNG or JPEG skipped";
-        QTest::newRow("damaged png") << QByteArray("{\\pict\\pngblip 89504e470d0a1a0a0000000d4948}") << "picture without a size skipped";
+        QTest::newRow("damaged png") << QByteArray("{\\pict\\pngblip 89504e470d0a1a0a0000000d4948}")
+                                     << "picture without a size skipped";
         QTest::newRow("not a picture") << QByteArray("{\\pict\\pngblip 0102030405}") << "damaged picture skipped";
         QTest::newRow("png claiming 100000 x 100000 pixels")
-            << QByteArray("{\\pict\\pngblip " + pngClaiming(100000, 100000).toHex() + "}") << "picture of 100000 x 100000 pixels skipped";
+            << QByteArray("{\\pict\\pngblip " + pngClaiming(100000, 100000).toHex() + "}")
+            << "picture of 100000 x 100000 pixels skipped";
         QTest::newRow("png claiming 30001 x 1 pixels")
-            << QByteArray("{\\pict\\pngblip " + pngClaiming(30001, 1).toHex() + "}") << "picture of 30001 x 1 pixels skipped";
+            << QByteArray("{\\pict\\pngblip " + pngClaiming(30001, 1).toHex() + "}")
+            << "picture of 30001 x 1 pixels skipped";
     }
     void shouldSkipPicturesThatCannotBeShown()
     {
@@ -711,7 +767,8 @@ private slots:
         // Generous: 128 MB of hex digits are gone through one by one.
         QVERIFY2(timer.elapsed() < 10000, qPrintable(QString::number(timer.elapsed())));
         QCOMPARE(doc.toPlainText(), QStringLiteral("ab"));
-        QVERIFY2(result.skipped.contains(QStringLiteral("picture of more than %1 bytes skipped").arg(RtfReader::maxPictureBytes)),
+        QVERIFY2(result.skipped.contains(
+                     QStringLiteral("picture of more than %1 bytes skipped").arg(RtfReader::maxPictureBytes)),
                  qPrintable(result.skipped.join(QLatin1Char('\n'))));
     }
 
@@ -721,11 +778,12 @@ private slots:
         QTextDocument doc;
         QElapsedTimer timer;
         timer.start();
-        const RtfReadResult result =
-            RtfReader::read(document("a{\\pict\\pngblip\\bin" + QByteArray::number(data.size()) + " " + data + "}b"), doc);
+        const RtfReadResult result = RtfReader::read(
+            document("a{\\pict\\pngblip\\bin" + QByteArray::number(data.size()) + " " + data + "}b"), doc);
         QVERIFY2(timer.elapsed() < 2000, qPrintable(QString::number(timer.elapsed())));
         QCOMPARE(doc.toPlainText(), QStringLiteral("ab"));
-        QVERIFY2(result.skipped.contains(QStringLiteral("picture of more than %1 bytes skipped").arg(RtfReader::maxPictureBytes)),
+        QVERIFY2(result.skipped.contains(
+                     QStringLiteral("picture of more than %1 bytes skipped").arg(RtfReader::maxPictureBytes)),
                  qPrintable(result.skipped.join(QLatin1Char('\n'))));
     }
 
@@ -733,8 +791,10 @@ private slots:
     {
         QTemporaryDir package;
         QVERIFY(package.isValid());
-        QVERIFY(writeFile(package.filePath(QStringLiteral("Pasted Graphic.png")), imageBytes(filledImage(8, 6, Qt::green), "PNG")));
-        QVERIFY(writeFile(package.filePath(QStringLiteral("photo.tiff")), imageBytes(filledImage(5, 7, Qt::blue), "TIFF")));
+        QVERIFY(writeFile(package.filePath(QStringLiteral("Pasted Graphic.png")),
+                          imageBytes(filledImage(8, 6, Qt::green), "PNG")));
+        QVERIFY(
+            writeFile(package.filePath(QStringLiteral("photo.tiff")), imageBytes(filledImage(5, 7, Qt::blue), "TIFF")));
 
         QTextDocument doc;
         const RtfReadResult result = RtfReader::read(dataFile("textedit-attachment-TXT.rtf"), doc, package.path());
@@ -762,9 +822,10 @@ private slots:
         QTemporaryDir package;
         QVERIFY(writeFile(package.filePath(QStringLiteral("a.png")), imageBytes(filledImage(3, 3, Qt::red), "PNG")));
         QTextDocument doc;
-        const RtfReadResult result =
-            RtfReader::read(document("{{\\NeXTGraphic a.png \\width60 \\height60}\\'ac}{{\\NeXTGraphic a.png \\width60 \\height60}\\'ac}"), doc,
-                            package.path());
+        const RtfReadResult result = RtfReader::read(
+            document(
+                "{{\\NeXTGraphic a.png \\width60 \\height60}\\'ac}{{\\NeXTGraphic a.png \\width60 \\height60}\\'ac}"),
+            doc, package.path());
         QVERIFY(result.skipped.isEmpty());
         const QList<QTextImageFormat> found = images(doc);
         QCOMPARE(found.size(), 2);
@@ -782,7 +843,8 @@ private slots:
         QTest::newRow("dot dot") << ".." << true << "attachment name \"..\" refused";
         QTest::newRow("missing file") << "missing.png" << true << "attachment missing.png not found";
         QTest::newRow("link to outside") << "link.png" << true << "attachment link.png not found";
-        QTest::newRow("not a picture") << "notes.txt" << true << "attachment notes.txt: damaged or unknown picture skipped";
+        QTest::newRow("not a picture") << "notes.txt" << true
+                                       << "attachment notes.txt: damaged or unknown picture skipped";
         QTest::newRow("plain rtf") << "inside.png" << false << "attachment inside.png outside a package skipped";
     }
     void shouldKeepAttachmentsInsideThePackage()
@@ -800,8 +862,9 @@ private slots:
         QVERIFY(QFile::link(root.filePath("outside.png"), package + "/link.png"));
 
         QTextDocument doc;
-        const RtfReadResult result = RtfReader::read(
-            document("a{{\\NeXTGraphic " + name.toLatin1() + " \\width60 \\height60}\\'ac}b"), doc, withPackage ? package : QString());
+        const RtfReadResult result
+            = RtfReader::read(document("a{{\\NeXTGraphic " + name.toLatin1() + " \\width60 \\height60}\\'ac}b"), doc,
+                              withPackage ? package : QString());
         QVERIFY(result.ok);
         QCOMPARE(doc.toPlainText(), QStringLiteral("ab"));
         QVERIFY(images(doc).isEmpty());
@@ -814,8 +877,10 @@ private slots:
         const RtfReadResult result = RtfReader::read(dataFile("textedit.rtf"), doc);
         QVERIFY(result.ok);
         QVERIFY2(result.skipped.isEmpty(), qPrintable(result.skipped.join(QLatin1Char('\n'))));
-        QCOMPARE(blockTexts(doc), (QStringList{"Plain text in Helvetica.", "Centred bold", "Red italic", "", "Fourteen point one",
-                                               QStringLiteral("Caf\u00E9 \u00AC with\ttab") + QChar::LineSeparator + "and a line break"}));
+        QCOMPARE(
+            blockTexts(doc),
+            (QStringList{"Plain text in Helvetica.", "Centred bold", "Red italic", "", "Fourteen point one",
+                         QStringLiteral("Caf\u00E9 \u00AC with\ttab") + QChar::LineSeparator + "and a line break"}));
 
         const QTextCharFormat plain = formatOf(doc, QStringLiteral("Plain"));
         QCOMPARE(plain.fontFamilies().toStringList(), QStringList{"Helvetica"});
@@ -850,9 +915,10 @@ private slots:
         QVERIFY2(result.skipped.isEmpty(), qPrintable(result.skipped.join(QLatin1Char('\n'))));
         QCOMPARE(blockTexts(doc),
                  (QStringList{"First paragraph with bold and italic words.", "A heading", "Right aligned and indented",
-                              QStringLiteral("\u2022\tA bullet item"), QStringLiteral("A link and a highlighted word and Greek \u0394."),
-                              "Item", "Price", "Widget", "12.50", QChar(QChar::ObjectReplacementCharacter) + QStringLiteral(" after the picture."),
-                              ""}));
+                              QStringLiteral("\u2022\tA bullet item"),
+                              QStringLiteral("A link and a highlighted word and Greek \u0394."), "Item", "Price",
+                              "Widget", "12.50",
+                              QChar(QChar::ObjectReplacementCharacter) + QStringLiteral(" after the picture."), ""}));
 
         const QTextCharFormat body = formatOf(doc, QStringLiteral("First"));
         QCOMPARE(body.fontFamilies().toStringList(), QStringList{"Liberation Serif"});
@@ -904,10 +970,11 @@ private slots:
         const RtfReadResult result = RtfReader::read(dataFile("abiword.rtf"), doc);
         QVERIFY(result.ok);
         QVERIFY2(result.skipped.isEmpty(), qPrintable(result.skipped.join(QLatin1Char('\n'))));
-        QCOMPARE(blockTexts(doc),
-                 (QStringList{QStringLiteral("Na\u00EFve caf\u00E9 \u043F\u0440\u0438\u0432\u0435\u0442 \U0001F600 \uFF21"),
-                              "E = mc2 and H2O, struck green underlined",
-                              QStringLiteral("Picture: ") + QChar::ObjectReplacementCharacter + " done."}));
+        QCOMPARE(
+            blockTexts(doc),
+            (QStringList{QStringLiteral("Na\u00EFve caf\u00E9 \u043F\u0440\u0438\u0432\u0435\u0442 \U0001F600 \uFF21"),
+                         "E = mc2 and H2O, struck green underlined",
+                         QStringLiteral("Picture: ") + QChar::ObjectReplacementCharacter + " done."}));
         QCOMPARE(formatOf(doc, QStringLiteral("Na")).fontFamilies().toStringList(), QStringList{"Times New Roman"});
         QCOMPARE(formatOf(doc, QStringLiteral("E =")).fontFamilies().toStringList(), QStringList{"Arial"});
         QCOMPARE(formatOf(doc, QStringLiteral("E =")).fontPointSize(), 10.0);
@@ -929,20 +996,23 @@ private slots:
         QTest::addColumn<QByteArray>("rtf");
         QTest::addColumn<QStringList>("blocks");
         QTest::addColumn<QString>("skipped");
-        QTest::newRow("missing final brace") << dataFile("missing-brace.rtf") << QStringList{"First paragraph", "Second bold"}
-                                             << "missing closing brace";
-        QTest::newRow("text after the final brace") << dataFile("text-after-brace.rtf") << QStringList{"Complete document."}
-                                                    << "text after the final brace ignored";
+        QTest::newRow("missing final brace")
+            << dataFile("missing-brace.rtf") << QStringList{"First paragraph", "Second bold"}
+            << "missing closing brace";
+        QTest::newRow("text after the final brace")
+            << dataFile("text-after-brace.rtf") << QStringList{"Complete document."}
+            << "text after the final brace ignored";
         QTest::newRow("only the header") << QByteArray("{\\rtf1") << QStringList{""} << "missing closing brace";
-        QTest::newRow("cut in a picture") << QByteArray("{\\rtf1 a{\\pict\\pngblip 89504e47") << QStringList{"a"}
-                                          << "damaged picture skipped";
-        QTest::newRow("cut in a control word") << QByteArray("{\\rtf1 a\\pa") << QStringList{"a"} << "missing closing brace";
+        QTest::newRow("cut in a picture")
+            << QByteArray("{\\rtf1 a{\\pict\\pngblip 89504e47") << QStringList{"a"} << "damaged picture skipped";
+        QTest::newRow("cut in a control word")
+            << QByteArray("{\\rtf1 a\\pa") << QStringList{"a"} << "missing closing brace";
         QTest::newRow("cut in a hex byte") << QByteArray("{\\rtf1 a\\'") << QStringList{"a"} << "missing closing brace";
-        QTest::newRow("lone backslash at the end") << QByteArray("{\\rtf1 a\\") << QStringList{"a"} << "missing closing brace";
-        QTest::newRow("a hex byte with one digit") << QByteArray("{\\rtf1 a\\'4}") << QStringList{"a"}
-                                                   << "";
-        QTest::newRow("too many closing braces") << QByteArray("{\\rtf1 a}}}b") << QStringList{"a"}
-                                                 << "text after the final brace ignored";
+        QTest::newRow("lone backslash at the end")
+            << QByteArray("{\\rtf1 a\\") << QStringList{"a"} << "missing closing brace";
+        QTest::newRow("a hex byte with one digit") << QByteArray("{\\rtf1 a\\'4}") << QStringList{"a"} << "";
+        QTest::newRow("too many closing braces")
+            << QByteArray("{\\rtf1 a}}}b") << QStringList{"a"} << "text after the final brace ignored";
     }
     void shouldReadBrokenDocumentsAsFarAsTheyGo()
     {
@@ -968,29 +1038,36 @@ private slots:
             << QByteArray("{\\rtf1 before") + QByteArray(100000, '{') + "deep" + QByteArray(100000, '}') + " after}"
             << "before after" << QStringLiteral("groups nested deeper than %1 skipped").arg(RtfReader::maxDepth);
         QTest::newRow("100,000 nested braces never closed")
-            << QByteArray("{\\rtf1 before") + QByteArray(100000, '{') + "deep" << "before" << "missing closing brace";
+            << QByteArray("{\\rtf1 before") + QByteArray(100000, '{') + "deep"
+            << "before"
+            << "missing closing brace";
         QTest::newRow("\\bin2147483647") << QByteArray("{\\rtf1 before\\bin2147483647 xyz}") << "before"
                                          << "\\bin data longer than the file";
         QTest::newRow("1000-letter control word")
-            << QByteArray("{\\rtf1 before \\") + QByteArray(1000, 'x') + " after}" << "before after"
-            << QStringLiteral("control word of more than 32 letters cut");
-        QTest::newRow("40-digit number") << QByteArray("{\\rtf1 before \\fs") + QByteArray(40, '9') + " after}" << "before after"
-                                         << QStringLiteral("number of more than 10 digits cut");
+            << QByteArray("{\\rtf1 before \\") + QByteArray(1000, 'x') + " after}"
+            << "before after" << QStringLiteral("control word of more than 32 letters cut");
+        QTest::newRow("40-digit number") << QByteArray("{\\rtf1 before \\fs") + QByteArray(40, '9') + " after}"
+                                         << "before after" << QStringLiteral("number of more than 10 digits cut");
         QTest::newRow("40-digit negative \\u") << QByteArray("{\\rtf1 before\\u-") + QByteArray(40, '9') + "? after}"
                                                << "before after" << QStringLiteral("number of more than 10 digits cut");
-        QTest::newRow("huge \\uc") << QByteArray("{\\rtf1 before\\uc2147483647\\u233 abcdefgh}") << QStringLiteral("before\u00E9")
-                                   << "";
-        QTest::newRow("text after the final brace") << QByteArray("{\\rtf1 before after}") + QByteArray(100000, 'x')
-                                                    << "before after" << "text after the final brace ignored";
+        QTest::newRow("huge \\uc") << QByteArray("{\\rtf1 before\\uc2147483647\\u233 abcdefgh}")
+                                   << QStringLiteral("before\u00E9") << "";
+        QTest::newRow("text after the final brace")
+            << QByteArray("{\\rtf1 before after}") + QByteArray(100000, 'x') << "before after"
+            << "text after the final brace ignored";
         QTest::newRow("100,000 unknown destinations")
-            << QByteArray("{\\rtf1 before") + QByteArray("{\\*\\x{\\y}}").repeated(100000) + " after}" << "before after"
+            << QByteArray("{\\rtf1 before") + QByteArray("{\\*\\x{\\y}}").repeated(100000) + " after}"
+            << "before after"
             << "unknown destination \\x skipped";
         QTest::newRow("50,000 open pictures")
-            << QByteArray("{\\rtf1 before") + QByteArray("{\\pict ").repeated(50000) + "}" << "before" << "missing closing brace";
+            << QByteArray("{\\rtf1 before") + QByteArray("{\\pict ").repeated(50000) + "}"
+            << "before"
+            << "missing closing brace";
         QTest::newRow("20,000 cells in a row")
-            << QByteArray("{\\rtf1 before\\trowd") + QByteArray("\\cellx1").repeated(2000) + QByteArray("\\intbl x\\cell").repeated(20000)
-                   + "\\row\\pard after}"
-            << "" << "";
+            << QByteArray("{\\rtf1 before\\trowd") + QByteArray("\\cellx1").repeated(2000)
+                + QByteArray("\\intbl x\\cell").repeated(20000) + "\\row\\pard after}"
+            << ""
+            << "";
     }
     void shouldReadHostileInputQuickly()
     {
@@ -1041,7 +1118,8 @@ private slots:
         QByteArray body;
         for (int i = 0; i < 10000; ++i)
             body += "\\pard\\qj\\li" + QByteArray::number(i % 5 * 100) + " Paragraph " + QByteArray::number(i)
-                    + " with {\\b bold}, {\\i italic} and {\\cf1 red} words, caf\\'e9 \\u8364? and a long tail of plain text.\\par\n";
+                + " with {\\b bold}, {\\i italic} and {\\cf1 red} words, caf\\'e9 \\u8364? and a long tail of plain "
+                  "text.\\par\n";
         const QByteArray rtf = document(body);
         QVERIFY(rtf.size() > 1000000);
         QTextDocument doc;

@@ -3,9 +3,9 @@
 // read gives the same bytes again.
 #include "TestMain.h"
 
+#include "RichTextChecks.h"
 #include "platform/richtext/RtfReader.h"
 #include "platform/richtext/RtfWriter.h"
-#include "RichTextChecks.h"
 
 #include <QDir>
 #include <QFile>
@@ -27,7 +27,8 @@ using namespace richtextchecks;
 namespace {
 
 // Reads RTF; a package's attachments are written to a folder first.
-struct Reading {
+struct Reading
+{
     QTemporaryDir folder;
     RtfReadResult result;
 };
@@ -37,7 +38,8 @@ void readBack(const RtfWriteResult &written, QTextDocument &document, Reading &r
     prepare(document);
     for (const RtfAttachment &attachment : written.attachments)
         QVERIFY(writeFile(reading.folder.filePath(attachment.fileName), attachment.bytes));
-    reading.result = RtfReader::read(written.rtf, document, written.attachments.isEmpty() ? QString() : reading.folder.path());
+    reading.result
+        = RtfReader::read(written.rtf, document, written.attachments.isEmpty() ? QString() : reading.folder.path());
     QVERIFY(reading.result.ok);
     QVERIFY2(reading.result.skipped.isEmpty(), qPrintable(reading.result.skipped.join(QLatin1Char('\n'))));
 }
@@ -139,7 +141,8 @@ void makeRichDocument(QTextDocument &document)
 
 }  // namespace
 
-class RtfRoundTripTest : public QObject {
+class RtfRoundTripTest : public QObject
+{
     Q_OBJECT
 
 private slots:
@@ -148,8 +151,10 @@ private slots:
         QTest::addColumn<QString>("text");
         QTest::newRow("paragraphs") << QStringLiteral("one\ntwo\n\nfour");
         QTest::newRow("escaped characters") << QStringLiteral("back\\slash {braces} done");
-        QTest::newRow("windows-1252") << QString::fromUtf8("caf\xc3\xa9 \xe2\x82\xac 5 \xe2\x80\x94 \xe2\x80\x9cquoted\xe2\x80\x9d");
-        QTest::newRow("beyond windows-1252") << QString::fromUtf8("\xce\xa9\xce\xbc \xd0\x9f\xd1\x80 \xe6\x97\xa5\xe6\x9c\xac \xef\xbc\xa1");
+        QTest::newRow("windows-1252") << QString::fromUtf8(
+            "caf\xc3\xa9 \xe2\x82\xac 5 \xe2\x80\x94 \xe2\x80\x9cquoted\xe2\x80\x9d");
+        QTest::newRow("beyond windows-1252")
+            << QString::fromUtf8("\xce\xa9\xce\xbc \xd0\x9f\xd1\x80 \xe6\x97\xa5\xe6\x9c\xac \xef\xbc\xa1");
         QTest::newRow("surrogate pair") << QString::fromUtf8("smile \xf0\x9f\x98\x80 and \xf0\x9d\x84\x9e");
         QTest::newRow("tabs and line breaks") << QStringLiteral("a\tb\u2028c\td");
         QTest::newRow("spaces kept") << QStringLiteral("  two leading, three   inside, trailing  ");
@@ -178,24 +183,30 @@ private slots:
 
         f = QTextCharFormat();
         f.setFontWeight(QFont::Bold);
-        QTest::newRow("bold") << QTextFormat(f) << FormatCheck([](const QTextCharFormat &r) { return r.fontWeight() >= QFont::DemiBold; });
+        QTest::newRow("bold") << QTextFormat(
+            f) << FormatCheck([](const QTextCharFormat &r) { return r.fontWeight() >= QFont::DemiBold; });
         f = QTextCharFormat();
         f.setFontItalic(true);
-        QTest::newRow("italic") << QTextFormat(f) << FormatCheck([](const QTextCharFormat &r) { return r.fontItalic(); });
+        QTest::newRow("italic") << QTextFormat(f)
+                                << FormatCheck([](const QTextCharFormat &r) { return r.fontItalic(); });
         f = QTextCharFormat();
         f.setFontUnderline(true);
-        QTest::newRow("underline") << QTextFormat(f) << FormatCheck([](const QTextCharFormat &r) { return r.fontUnderline(); });
+        QTest::newRow("underline") << QTextFormat(f)
+                                   << FormatCheck([](const QTextCharFormat &r) { return r.fontUnderline(); });
         f = QTextCharFormat();
         f.setFontStrikeOut(true);
-        QTest::newRow("strike-through") << QTextFormat(f) << FormatCheck([](const QTextCharFormat &r) { return r.fontStrikeOut(); });
+        QTest::newRow("strike-through") << QTextFormat(f)
+                                        << FormatCheck([](const QTextCharFormat &r) { return r.fontStrikeOut(); });
         f = QTextCharFormat();
         f.setVerticalAlignment(QTextCharFormat::AlignSuperScript);
-        QTest::newRow("superscript") << QTextFormat(f)
-                                     << FormatCheck([](const QTextCharFormat &r) { return r.verticalAlignment() == QTextCharFormat::AlignSuperScript; });
+        QTest::newRow("superscript") << QTextFormat(f) << FormatCheck([](const QTextCharFormat &r) {
+            return r.verticalAlignment() == QTextCharFormat::AlignSuperScript;
+        });
         f = QTextCharFormat();
         f.setVerticalAlignment(QTextCharFormat::AlignSubScript);
-        QTest::newRow("subscript") << QTextFormat(f)
-                                   << FormatCheck([](const QTextCharFormat &r) { return r.verticalAlignment() == QTextCharFormat::AlignSubScript; });
+        QTest::newRow("subscript") << QTextFormat(f) << FormatCheck([](const QTextCharFormat &r) {
+            return r.verticalAlignment() == QTextCharFormat::AlignSubScript;
+        });
         f = QTextCharFormat();
         f.setFontFamilies({QStringLiteral("Courier New")});
         QTest::newRow("font family") << QTextFormat(f) << FormatCheck([](const QTextCharFormat &r) {
@@ -203,13 +214,16 @@ private slots:
         });
         f = QTextCharFormat();
         f.setFontPointSize(17);
-        QTest::newRow("size") << QTextFormat(f) << FormatCheck([](const QTextCharFormat &r) { return qFuzzyCompare(r.fontPointSize(), 17.0); });
+        QTest::newRow("size") << QTextFormat(
+            f) << FormatCheck([](const QTextCharFormat &r) { return qFuzzyCompare(r.fontPointSize(), 17.0); });
         f = QTextCharFormat();
         f.setFontPointSize(10.5);
-        QTest::newRow("half-point size") << QTextFormat(f) << FormatCheck([](const QTextCharFormat &r) { return qFuzzyCompare(r.fontPointSize(), 10.5); });
+        QTest::newRow("half-point size") << QTextFormat(
+            f) << FormatCheck([](const QTextCharFormat &r) { return qFuzzyCompare(r.fontPointSize(), 10.5); });
         f = QTextCharFormat();
         f.setFontPointSize(14.1);
-        QTest::newRow("fractional size") << QTextFormat(f) << FormatCheck([](const QTextCharFormat &r) { return qFuzzyCompare(r.fontPointSize(), 14.1); });
+        QTest::newRow("fractional size") << QTextFormat(
+            f) << FormatCheck([](const QTextCharFormat &r) { return qFuzzyCompare(r.fontPointSize(), 14.1); });
         f = QTextCharFormat();
         f.setForeground(QColor(12, 200, 99));
         QTest::newRow("text colour") << QTextFormat(f) << FormatCheck([](const QTextCharFormat &r) {
@@ -258,7 +272,8 @@ private slots:
         second.setLeftMargin(36);
         second.setRightMargin(18);
         second.setTextIndent(-18);
-        second.setTabPositions({QTextOption::Tab(72, QTextOption::LeftTab), QTextOption::Tab(216, QTextOption::RightTab)});
+        second.setTabPositions(
+            {QTextOption::Tab(72, QTextOption::LeftTab), QTextOption::Tab(216, QTextOption::RightTab)});
         cursor.insertBlock(second);
         cursor.insertText(QStringLiteral("justified\tand\ttabbed"));
         QTextBlockFormat third;
@@ -302,7 +317,9 @@ private slots:
         QTextTable *table = cursor.insertTable(3, 2);
         for (int row = 0; row < 3; ++row) {
             for (int column = 0; column < 2; ++column)
-                table->cellAt(row, column).firstCursorPosition().insertText(QStringLiteral("cell %1,%2").arg(row).arg(column));
+                table->cellAt(row, column)
+                    .firstCursorPosition()
+                    .insertText(QStringLiteral("cell %1,%2").arg(row).arg(column));
         }
         cursor.movePosition(QTextCursor::End);
         cursor.insertText(QStringLiteral("below"));
@@ -316,7 +333,8 @@ private slots:
         QCOMPARE(read->columns(), 2);
         for (int row = 0; row < 3; ++row) {
             for (int column = 0; column < 2; ++column)
-                QCOMPARE(read->cellAt(row, column).firstCursorPosition().block().text(), QStringLiteral("cell %1,%2").arg(row).arg(column));
+                QCOMPARE(read->cellAt(row, column).firstCursorPosition().block().text(),
+                         QStringLiteral("cell %1,%2").arg(row).arg(column));
         }
         QVERIFY(loaded.toPlainText().startsWith(QStringLiteral("above")));
         QVERIFY(loaded.toPlainText().endsWith(QStringLiteral("below")));

@@ -2,8 +2,8 @@
 // paragraphs, tables and pictures in both forms.
 #include "TestMain.h"
 
-#include "platform/richtext/RtfWriter.h"
 #include "RichTextChecks.h"
+#include "platform/richtext/RtfWriter.h"
 
 #include <QPixmap>
 #include <QRegularExpression>
@@ -69,7 +69,8 @@ QImage testImage()
     return image;
 }
 
-void insertPicture(QTextDocument &document, const QString &name, const QVariant &resource, qreal width = 0, qreal height = 0)
+void insertPicture(QTextDocument &document, const QString &name, const QVariant &resource, qreal width = 0,
+                   qreal height = 0)
 {
     document.addResource(QTextDocument::ImageResource, QUrl(name), resource);
     QTextImageFormat format;
@@ -85,7 +86,8 @@ void insertPicture(QTextDocument &document, const QString &name, const QVariant 
 
 }  // namespace
 
-class RtfWriterTest : public QObject {
+class RtfWriterTest : public QObject
+{
     Q_OBJECT
 
 private slots:
@@ -140,9 +142,10 @@ private slots:
         QTextCursor cursor(&document);
         QTextCharFormat format;
         format.setFontFamilies({QString::fromUtf8("Hiragino \xe6\x98\x8e\xe6\x9c\x9d")});
-        cursor.insertText(QString::fromUtf8("\xe6\x97\xa5\xe6\x9c\xac\xe8\xaa\x9e \xd0\x9f\xd1\x80\xd0\xb8\xd0\xb2\xd0\xb5\xd1\x82 "
-                                            "\xd8\xb9\xd8\xb1\xd8\xa8\xd9\x8a \xf0\x9f\x8e\x89 \xc3\xa9\xc3\xa0 \xe2\x82\xac\x7f"),
-                          format);
+        cursor.insertText(
+            QString::fromUtf8("\xe6\x97\xa5\xe6\x9c\xac\xe8\xaa\x9e \xd0\x9f\xd1\x80\xd0\xb8\xd0\xb2\xd0\xb5\xd1\x82 "
+                              "\xd8\xb9\xd8\xb1\xd8\xa8\xd9\x8a \xf0\x9f\x8e\x89 \xc3\xa9\xc3\xa0 \xe2\x82\xac\x7f"),
+            format);
         const QByteArray rtf = RtfWriter::writeRtf(document).rtf;
         for (const char c : rtf)
             QVERIFY2(static_cast<unsigned char>(c) < 0x80, rtf.constData());
@@ -166,7 +169,8 @@ private slots:
         QTest::newRow("underline") << QTextFormat(underline) << QByteArray("{\\f0\\fs24\\ul X}") << QByteArray();
         QTextCharFormat dashed;
         dashed.setUnderlineStyle(QTextCharFormat::DashUnderline);
-        QTest::newRow("dashed underline") << QTextFormat(dashed) << QByteArray("{\\f0\\fs24\\ul\\uldash X}") << QByteArray();
+        QTest::newRow("dashed underline")
+            << QTextFormat(dashed) << QByteArray("{\\f0\\fs24\\ul\\uldash X}") << QByteArray();
         QTextCharFormat strike;
         strike.setFontStrikeOut(true);
         QTest::newRow("strike-through") << QTextFormat(strike) << QByteArray("{\\f0\\fs24\\strike X}") << QByteArray();
@@ -188,7 +192,8 @@ private slots:
         QTest::newRow("half-point size") << QTextFormat(half) << QByteArray("{\\f0\\fs21 X}") << QByteArray();
         QTextCharFormat fraction;
         fraction.setFontPointSize(14.1);
-        QTest::newRow("fractional size") << QTextFormat(fraction) << QByteArray("{\\f0\\fs28\\fsmilli14100 X}") << QByteArray();
+        QTest::newRow("fractional size") << QTextFormat(fraction) << QByteArray("{\\f0\\fs28\\fsmilli14100 X}")
+                                         << QByteArray();
         QTextCharFormat colour;
         colour.setForeground(QColor(255, 0, 0));
         QTest::newRow("text colour") << QTextFormat(colour) << QByteArray("{\\f0\\fs24\\cf1 X}")
@@ -204,7 +209,8 @@ private slots:
         many.setBackground(QColor(255, 255, 0));
         QTextCharFormat transparent;
         transparent.setBackground(QColor(Qt::transparent));
-        QTest::newRow("transparent background") << QTextFormat(transparent) << QByteArray("{\\f0\\fs24 X}") << QByteArray("{\\colortbl;}");
+        QTest::newRow("transparent background")
+            << QTextFormat(transparent) << QByteArray("{\\f0\\fs24 X}") << QByteArray("{\\colortbl;}");
         QTest::newRow("together") << QTextFormat(many) << QByteArray("{\\f0\\fs24\\b\\i\\cf1\\cb2\\chcbpat2 X}")
                                   << QByteArray("{\\colortbl;\\red0\\green0\\blue255;\\red255\\green255\\blue0;}");
     }
@@ -318,7 +324,9 @@ private slots:
         QTextTable *table = cursor.insertTable(2, 3);
         for (int row = 0; row < 2; ++row) {
             for (int column = 0; column < 3; ++column)
-                table->cellAt(row, column).firstCursorPosition().insertText(QStringLiteral("r%1c%2").arg(row).arg(column));
+                table->cellAt(row, column)
+                    .firstCursorPosition()
+                    .insertText(QStringLiteral("r%1c%2").arg(row).arg(column));
         }
         const QByteArray rtf = RtfWriter::writeRtf(document).rtf;
         QCOMPARE(countWord(rtf, "trowd"), 2);
@@ -372,7 +380,8 @@ private slots:
         QVERIFY(!cells.at(3).startsWith("\\cl") || cells.at(3).startsWith("\\clbrdr"));
         QVERIFY(cells.at(5).startsWith("\\clvmrg\\"));
         for (int i = 0; i < 3; ++i)
-            QCOMPARE(cells.at(i).mid(cells.at(i).indexOf("\\cellx")), cells.at(i + 3).mid(cells.at(i + 3).indexOf("\\cellx")));
+            QCOMPARE(cells.at(i).mid(cells.at(i).indexOf("\\cellx")),
+                     cells.at(i + 3).mid(cells.at(i + 3).indexOf("\\cellx")));
         QCOMPARE(countWord(rtf, "cell"), 6);
         // The merged-away cells are empty.
         QVERIFY(rtf.contains("wide}\\cell\n\\pard\\intbl\\cell\n\\pard\\intbl\\ql{\\f0\\fs24 tall}\\cell"));
@@ -465,7 +474,8 @@ private slots:
         prepare(document);
         insertPicture(document, QStringLiteral("Pasted Graphic.png"), testImage(), 120, 90);
         const RtfWriteResult written = RtfWriter::writePackage(document);
-        QVERIFY2(written.rtf.contains("{{\\NeXTGraphic Pasted Graphic.png \\width2400 \\height1800}\\'ac}"), written.rtf.constData());
+        QVERIFY2(written.rtf.contains("{{\\NeXTGraphic Pasted Graphic.png \\width2400 \\height1800}\\'ac}"),
+                 written.rtf.constData());
         QVERIFY(!written.rtf.contains("\\pict"));
         QCOMPARE(written.attachments.size(), 1);
         QCOMPARE(written.attachments.at(0).fileName, QStringLiteral("Pasted Graphic.png"));
@@ -479,8 +489,10 @@ private slots:
         QTest::addColumn<QString>("fileName");
         QTest::newRow("jpeg") << QByteArray("JPEG") << QStringLiteral("photo.jpeg") << QStringLiteral("photo.jpeg");
         QTest::newRow("tiff") << QByteArray("TIFF") << QStringLiteral("scan.tif") << QStringLiteral("scan.tif");
-        QTest::newRow("tiff named without extension") << QByteArray("TIFF") << QStringLiteral("scan") << QStringLiteral("scan.tiff");
-        QTest::newRow("jpeg named png") << QByteArray("JPEG") << QStringLiteral("wrong.png") << QStringLiteral("wrong.jpg");
+        QTest::newRow("tiff named without extension")
+            << QByteArray("TIFF") << QStringLiteral("scan") << QStringLiteral("scan.tiff");
+        QTest::newRow("jpeg named png") << QByteArray("JPEG") << QStringLiteral("wrong.png")
+                                        << QStringLiteral("wrong.jpg");
     }
 
     void shouldKeepTheBytesOfJpegAndTiffInAPackage()
@@ -567,7 +579,8 @@ private slots:
         prepare(document);
         document.setHtml(QStringLiteral("<p>see <a href=\"https://example.com/a\\b\">the site</a></p>"));
         const QByteArray rtf = RtfWriter::writeRtf(document).rtf;
-        QVERIFY2(rtf.contains("{\\field{\\*\\fldinst{HYPERLINK \"https://example.com/a\\\\b\"}}{\\fldrslt{"), rtf.constData());
+        QVERIFY2(rtf.contains("{\\field{\\*\\fldinst{HYPERLINK \"https://example.com/a\\\\b\"}}{\\fldrslt{"),
+                 rtf.constData());
         QVERIFY(rtf.contains(" the site}}}"));
         QVERIFY(bracesBalance(rtf));
     }

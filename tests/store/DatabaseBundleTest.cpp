@@ -1,5 +1,6 @@
 #include "TestMain.h"
 
+#include "RecordFieldTable.h"
 #include "accounts/Bill.h"
 #include "contacts/Contact.h"
 #include "items/Item.h"
@@ -10,7 +11,6 @@
 #include "store/DatabaseBundle.h"
 #include "store/kdDataSource.h"
 #include "tasks/Action.h"
-#include "RecordFieldTable.h"
 
 #include <QDir>
 #include <QFile>
@@ -29,7 +29,8 @@ namespace {
 using File = DatabaseBundle::File;
 
 // The six collections and a bundle over them.
-struct Database {
+struct Database
+{
     kdDataSource contacts;
     kdDataSource orders;
     kdDataSource items;
@@ -43,7 +44,10 @@ struct Database {
 // them whole.
 using testlib::flagField;
 using testlib::numberField;
-#define TEXT(R, key, name) {key, &R::get##name, &R::set##name}
+#define TEXT(R, key, name)                                                                                             \
+    {                                                                                                                  \
+        key, &R::get##name, &R::set##name                                                                              \
+    }
 
 const testlib::RecordFieldTable<Contact> contactFields{
     {TEXT(Contact, "add1", Add1), TEXT(Contact, "add2", Add2), TEXT(Contact, "add3", Add3),
@@ -62,9 +66,12 @@ const testlib::RecordFieldTable<Order> orderFields{
      TEXT(Order, "shipping", Shipping), TEXT(Order, "status", Status), TEXT(Order, "tax", Tax),
      TEXT(Order, "taxrate", TaxRate), TEXT(Order, "title", Title), TEXT(Order, "type", Type),
      TEXT(Order, "value", Value), TEXT(Order, "valuewithtax", ValueWithTax)},
-    {flagField("includeBOM", &Order::getIncludeBOM), flagField("repeats", &Order::getRepeats),
+    {flagField("includeBOM", &Order::getIncludeBOM),
+     flagField("repeats", &Order::getRepeats),
      flagField("sent", &Order::getSent),
-     {"contact", [](const Order &o) { return o.getContact() ? QString::number(o.getContact()->getID()) : QStringLiteral("none"); }}}};
+     {"contact", [](const Order &o) {
+          return o.getContact() ? QString::number(o.getContact()->getID()) : QStringLiteral("none");
+      }}}};
 
 const testlib::RecordFieldTable<Item> itemFields{
     {TEXT(Item, "bought", Bought), TEXT(Item, "code", Code), TEXT(Item, "condition", Condition),
@@ -79,9 +86,9 @@ const testlib::RecordFieldTable<Material> lineFields{
     {numberField("order", &Material::getOrder), numberField("product", &Material::getProduct),
      numberField("contact", &Material::getContact)}};
 
-const testlib::RecordFieldTable<Bill> billFields{
-    {TEXT(Bill, "number", Number), TEXT(Bill, "name", Name), TEXT(Bill, "datepaid", DatePaid),
-     TEXT(Bill, "amount", Amount), TEXT(Bill, "details", Details), TEXT(Bill, "category", Category)}};
+const testlib::RecordFieldTable<Bill> billFields{{TEXT(Bill, "number", Number), TEXT(Bill, "name", Name),
+                                                  TEXT(Bill, "datepaid", DatePaid), TEXT(Bill, "amount", Amount),
+                                                  TEXT(Bill, "details", Details), TEXT(Bill, "category", Category)}};
 
 const testlib::RecordFieldTable<Action> actionFields{
     {TEXT(Action, "details", Details), TEXT(Action, "enddate", EndDate), TEXT(Action, "endtime", EndTime),
@@ -110,8 +117,9 @@ bool describeAs(const dataObject *record, const testlib::RecordFieldTable<Record
 QString describe(const dataObject *record)
 {
     QString out;
-    describeAs(record, contactFields, out) || describeAs(record, orderFields, out) || describeAs(record, itemFields, out)
-        || describeAs(record, lineFields, out) || describeAs(record, billFields, out) || describeAs(record, actionFields, out);
+    describeAs(record, contactFields, out) || describeAs(record, orderFields, out)
+        || describeAs(record, itemFields, out) || describeAs(record, lineFields, out)
+        || describeAs(record, billFields, out) || describeAs(record, actionFields, out);
     return out;
 }
 
@@ -171,7 +179,10 @@ void fill(Database &db, const QString &text, int id)
     db.actions.add(action);
 }
 
-kdDataSource &collectionOf(Database &db, File file) { return db.bundle.collection(file); }
+kdDataSource &collectionOf(Database &db, File file)
+{
+    return db.bundle.collection(file);
+}
 
 QByteArray fileBytes(File file)
 {
@@ -310,9 +321,10 @@ void DatabaseBundleTest::shouldRoundTripEveryFile()
         const File file = File(f);
         const QStringList before = describeAll(collectionOf(saved, file));
         const QStringList after = describeAll(collectionOf(loaded, file));
-        QVERIFY2(before == after, qPrintable(DatabaseBundle::fileName(file) + QStringLiteral(":\n  ")
-                                             + before.join(QStringLiteral("\n  ")) + QStringLiteral("\nread back:\n  ")
-                                             + after.join(QStringLiteral("\n  "))));
+        QVERIFY2(before == after,
+                 qPrintable(DatabaseBundle::fileName(file) + QStringLiteral(":\n  ")
+                            + before.join(QStringLiteral("\n  ")) + QStringLiteral("\nread back:\n  ")
+                            + after.join(QStringLiteral("\n  "))));
     }
     // The order is linked to the very contact read with it.
     const auto *order = static_cast<const Order *>(loaded.orders.getnthItem(0));
@@ -330,20 +342,20 @@ void DatabaseBundleTest::shouldWriteTheKeysOfEachFileByItsRules_data()
 
     // A record just made: only the keys that are always written, and the
     // optional fields whose initial value is not empty.
-    QTest::newRow("contacts") << DatabaseBundle::Contacts
-                              << QStringList{"company", "id", "kind", "type"};
+    QTest::newRow("contacts") << DatabaseBundle::Contacts << QStringList{"company", "id", "kind", "type"};
     QTest::newRow("orders") << DatabaseBundle::Orders
-                            << QStringList{"contact", "id", "includeBOM", "paymentmethod", "repeatfrequency", "repeats",
-                                           "sent", "status", "type"};
+                            << QStringList{"contact", "id",   "includeBOM", "paymentmethod", "repeatfrequency",
+                                           "repeats", "sent", "status",     "type"};
     QTest::newRow("items") << DatabaseBundle::Items << QStringList{"decreaseQty", "id"};
     QTest::newRow("lines") << DatabaseBundle::Materials
                            << QStringList{"contact", "cost", "id", "item", "order", "product", "qty", "total"};
     QTest::newRow("bills") << DatabaseBundle::Bills
                            << QStringList{"amount", "category", "datepaid", "details", "id", "name", "number"};
     QTest::newRow("tasks") << DatabaseBundle::Actions
-                           << QStringList{"alarm", "alarmacknowledged", "complete", "details", "enddate", "endtime",
-                                          "id", "rate", "startdate", "starttime", "title", "totalcharge", "totaltime",
-                                          "totaltimeunits"};
+                           << QStringList{"alarm",     "alarmacknowledged", "complete", "details",
+                                          "enddate",   "endtime",           "id",       "rate",
+                                          "startdate", "starttime",         "title",    "totalcharge",
+                                          "totaltime", "totaltimeunits"};
 }
 
 void DatabaseBundleTest::shouldWriteTheKeysOfEachFileByItsRules()
@@ -380,7 +392,8 @@ void DatabaseBundleTest::shouldWriteTheKeysOfEachFileByItsRules()
     const QByteArray bytes = fileBytes(file);
     QVERIFY(bytes.startsWith("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST "
                              "1.0//EN\" \"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n<plist version=\"1.0\">\n"
-                             "<dict>\n\t<key>" + DatabaseBundle::rootKey(file).toUtf8() + "</key>\n\t<array>\n"));
+                             "<dict>\n\t<key>"
+                             + DatabaseBundle::rootKey(file).toUtf8() + "</key>\n\t<array>\n"));
     const QList<QStringList> keys = keysPerRecord(bytes);
     QCOMPARE(keys.size(), 2);
     // Every record's keys in sorted order; the filled record has them all.
@@ -458,8 +471,9 @@ void DatabaseBundleTest::shouldReadFlagsAsYesOnlyForExactlyYes()
             recordsFile(DatabaseBundle::Orders,
                         record({QStringLiteral("includeBOM"), QStringLiteral("repeats"), QStringLiteral("sent")})));
     putFile(DatabaseBundle::Actions,
-            recordsFile(DatabaseBundle::Actions, record({QStringLiteral("alarm"), QStringLiteral("alarmacknowledged"),
-                                                         QStringLiteral("complete")})));
+            recordsFile(
+                DatabaseBundle::Actions,
+                record({QStringLiteral("alarm"), QStringLiteral("alarmacknowledged"), QStringLiteral("complete")})));
     Database db;
     QVERIFY(db.bundle.readDatabase().ok());
     const auto *item = static_cast<const Item *>(db.items.getnthItem(0));
@@ -478,10 +492,12 @@ void DatabaseBundleTest::shouldLinkOrdersToTheirContactsBeforeAddingThem()
 {
     putFile(DatabaseBundle::Contacts,
             recordsFile(DatabaseBundle::Contacts, {{{"id", "12"}, {"name", "Ann"}}, {{"id", "13"}, {"name", "Bob"}}}));
-    putFile(DatabaseBundle::Orders, recordsFile(DatabaseBundle::Orders, {{{"id", "1"}, {"contact", "13"}},
-                                                                         {{"id", "2"}, {"contact", "99"}},
-                                                                         {{"id", "3"}, {"contact", "0"}},
-                                                                         {{"id", "4"}}}));
+    putFile(DatabaseBundle::Orders,
+            recordsFile(DatabaseBundle::Orders,
+                        {{{"id", "1"}, {"contact", "13"}},
+                         {{"id", "2"}, {"contact", "99"}},
+                         {{"id", "3"}, {"contact", "0"}},
+                         {{"id", "4"}}}));
     Database db;
     QVERIFY(db.bundle.readDatabase().ok());
     const auto orderAt = [&](int n) { return static_cast<const Order *>(db.orders.getnthItem(n)); };
@@ -508,9 +524,10 @@ void DatabaseBundleTest::shouldLinkOrdersToTheirContactsBeforeAddingThem()
 void DatabaseBundleTest::shouldNumberLinesByCountAndKeepTheirStoredIds()
 {
     putFile(DatabaseBundle::Materials,
-            recordsFile(DatabaseBundle::Materials, {{{"id", "5"}, {"order", "1"}, {"contact", "2"}},
-                                                    {{"id", "9"}, {"order", "1"}, {"contact", "2"}},
-                                                    {{"id", "12"}, {"order", "1"}, {"contact", "2"}}}));
+            recordsFile(DatabaseBundle::Materials,
+                        {{{"id", "5"}, {"order", "1"}, {"contact", "2"}},
+                         {{"id", "9"}, {"order", "1"}, {"contact", "2"}},
+                         {{"id", "12"}, {"order", "1"}, {"contact", "2"}}}));
     putFile(DatabaseBundle::Orders, recordsFile(DatabaseBundle::Orders, {{{"id", "7"}}, {{"id", "3"}}}));
     Database db;
     QVERIFY(db.bundle.readDatabase().ok());
@@ -532,11 +549,12 @@ void DatabaseBundleTest::shouldDeriveTheContactOfALineStoredWithoutOne()
     putFile(DatabaseBundle::Orders,
             recordsFile(DatabaseBundle::Orders, {{{"id", "1"}, {"contact", "12"}}, {{"id", "2"}, {"contact", "0"}}}));
     putFile(DatabaseBundle::Materials,
-            recordsFile(DatabaseBundle::Materials, {{{"id", "1"}, {"order", "1"}},                    // order with a contact
-                                                    {{"id", "2"}, {"order", "2"}},                    // order without
-                                                    {{"id", "3"}, {"order", "77"}},                   // no such order
-                                                    {{"id", "4"}, {"order", "1"}, {"contact", "5"}},  // stored
-                                                    {{"id", "5"}, {"order", "1"}, {"contact", "0"}}}));
+            recordsFile(DatabaseBundle::Materials,
+                        {{{"id", "1"}, {"order", "1"}},  // order with a contact
+                         {{"id", "2"}, {"order", "2"}},  // order without
+                         {{"id", "3"}, {"order", "77"}},  // no such order
+                         {{"id", "4"}, {"order", "1"}, {"contact", "5"}},  // stored
+                         {{"id", "5"}, {"order", "1"}, {"contact", "0"}}}));
     Database db;
     QVERIFY(db.bundle.readDatabase().ok());
     QList<int> contacts;
@@ -584,9 +602,10 @@ void DatabaseBundleTest::shouldReadInTheFixedOrderAndTellAfterEachFile()
         seen << DatabaseBundle::fileName(file) + QLatin1Char(' ') + counts.join(QLatin1Char(','));
     });
     QVERIFY(db.bundle.readDatabase().ok());
-    QCOMPARE(seen, (QStringList{"contacts.xml 30,0,0,0,0,0", "orders.xml 30,30,0,0,0,0", "items.xml 30,30,30,0,0,0",
-                                "itemsordered.xml 30,30,30,30,0,0", "bills.xml 30,30,30,30,30,0",
-                                "actions.xml 30,30,30,30,30,30"}));
+    QCOMPARE(seen,
+             (QStringList{"contacts.xml 30,0,0,0,0,0", "orders.xml 30,30,0,0,0,0", "items.xml 30,30,30,0,0,0",
+                          "itemsordered.xml 30,30,30,30,0,0", "bills.xml 30,30,30,30,30,0",
+                          "actions.xml 30,30,30,30,30,30"}));
     for (int f = 0; f < DatabaseBundle::FileCount; ++f)
         QCOMPARE(describeAll(db.bundle.collection(File(f))), describeAll(saved.bundle.collection(File(f))));
 
@@ -603,13 +622,14 @@ void DatabaseBundleTest::shouldReadValuesWrittenByOtherTools()
 {
     // Written as a tool might: numbers and flags as their own kinds, tabs,
     // keys in any order, a key this program does not know.
-    putFile(DatabaseBundle::Orders,
-            "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\">\n<dict>\n\t<key>orders</key>\n\t<array>\n"
-            "\t\t<dict>\n\t\t\t<key>title</key>\n\t\t\t<string>Repair &amp; paint</string>\n"
-            "\t\t\t<key>id</key>\n\t\t\t<integer>42</integer>\n\t\t\t<key>sent</key>\n\t\t\t<true/>\n"
-            "\t\t\t<key>repeats</key>\n\t\t\t<false/>\n\t\t\t<key>value</key>\n\t\t\t<real>12.50</real>\n"
-            "\t\t\t<key>colour</key>\n\t\t\t<string>red</string>\n\t\t\t<key>description</key>\n\t\t\t<string/>\n"
-            "\t\t</dict>\n\t</array>\n</dict>\n</plist>\n");
+    putFile(
+        DatabaseBundle::Orders,
+        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\">\n<dict>\n\t<key>orders</key>\n\t<array>\n"
+        "\t\t<dict>\n\t\t\t<key>title</key>\n\t\t\t<string>Repair &amp; paint</string>\n"
+        "\t\t\t<key>id</key>\n\t\t\t<integer>42</integer>\n\t\t\t<key>sent</key>\n\t\t\t<true/>\n"
+        "\t\t\t<key>repeats</key>\n\t\t\t<false/>\n\t\t\t<key>value</key>\n\t\t\t<real>12.50</real>\n"
+        "\t\t\t<key>colour</key>\n\t\t\t<string>red</string>\n\t\t\t<key>description</key>\n\t\t\t<string/>\n"
+        "\t\t</dict>\n\t</array>\n</dict>\n</plist>\n");
     Database db;
     QVERIFY(db.bundle.readDatabase().ok());
     QCOMPARE(db.orders.getCount(), 1);
@@ -655,7 +675,8 @@ void DatabaseBundleTest::shouldCreateTheBundleOnTheFirstWrite()
     QCOMPARE(QDir(platform::paths::bundleDir()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden),
              QStringList{QStringLiteral("orders.xml")});
     QVERIFY(db.bundle.writeDatabase());
-    QCOMPARE(QDir(platform::paths::bundleDir()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden).size(), 6);
+    QCOMPARE(
+        QDir(platform::paths::bundleDir()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden).size(), 6);
 }
 
 void DatabaseBundleTest::shouldLoadNothingFromAnUnreadableFileAndSayWhy_data()
@@ -672,11 +693,13 @@ void DatabaseBundleTest::shouldLoadNothingFromAnUnreadableFileAndSayWhy_data()
         const QByteArray good = db.bundle.fileContents(file);
         const QByteArray name = DatabaseBundle::fileName(file).toUtf8();
         QTest::addRow("%s truncated", name.constData())
-            << file << good.left(good.size() * 2 / 3) << QStringLiteral("Premature end of document (the file is left as it is)");
+            << file << good.left(good.size() * 2 / 3)
+            << QStringLiteral("Premature end of document (the file is left as it is)");
         QTest::addRow("%s not a property list", name.constData())
             << file << QByteArray("id,name\n1,Ann\n") << QStringLiteral("line 1: ");
         QTest::addRow("%s under another key", name.constData())
-            << file << QByteArray(good).replace("<key>" + DatabaseBundle::rootKey(file).toUtf8() + "</key>", "<key>x</key>")
+            << file
+            << QByteArray(good).replace("<key>" + DatabaseBundle::rootKey(file).toUtf8() + "</key>", "<key>x</key>")
             << QStringLiteral("no \"%1\" in the property list").arg(DatabaseBundle::rootKey(file));
     }
     QByteArray broken = db.bundle.fileContents(DatabaseBundle::Orders);
@@ -710,7 +733,8 @@ void DatabaseBundleTest::shouldLoadNothingFromAnUnreadableFileAndSayWhy()
     QCOMPARE(failure.path, DatabaseBundle::filePath(file));
     QVERIFY(!failure.reason.isEmpty());
     QVERIFY2(failure.message().contains(reason), qPrintable(failure.message()));
-    QVERIFY(failure.message().startsWith(QStringLiteral("cannot read ") + DatabaseBundle::filePath(file) + QStringLiteral(": ")));
+    QVERIFY(failure.message().startsWith(QStringLiteral("cannot read ") + DatabaseBundle::filePath(file)
+                                         + QStringLiteral(": ")));
     QCOMPARE(printed, QStringLiteral("quorvel: ") + failure.message() + QLatin1Char('\n'));
     QVERIFY(db.bundle.isUnreadable(file));
 
@@ -742,13 +766,15 @@ void DatabaseBundleTest::shouldKeepAnUnreadableFileAsideBeforeWritingIt()
     StderrCapture capture;
     db.orders.add(std::make_shared<Order>());
     QVERIFY(db.bundle.writeDatabase(DatabaseBundle::Orders));
-    const QString aside = DatabaseBundle::filePath(DatabaseBundle::Orders) + QStringLiteral(".unreadable-20260115-100000");
+    const QString aside
+        = DatabaseBundle::filePath(DatabaseBundle::Orders) + QStringLiteral(".unreadable-20260115-100000");
     QFile kept(aside);
     QVERIFY(kept.open(QIODevice::ReadOnly));
     QCOMPARE(kept.readAll(), damaged);
     QVERIFY(!db.bundle.isUnreadable(DatabaseBundle::Orders));
-    QCOMPARE(capture.finish(), QStringLiteral("quorvel: kept the unreadable %1 as %2\n")
-                                   .arg(DatabaseBundle::filePath(DatabaseBundle::Orders), aside));
+    QCOMPARE(capture.finish(),
+             QStringLiteral("quorvel: kept the unreadable %1 as %2\n")
+                 .arg(DatabaseBundle::filePath(DatabaseBundle::Orders), aside));
 
     // The new file is whole, and the next write just replaces it.
     Database again;
@@ -790,7 +816,8 @@ void DatabaseBundleTest::shouldReportAFileThatCannotBeOpened()
         StderrCapture quiet;
         QVERIFY(db.bundle.writeDatabase(DatabaseBundle::Bills));
     }
-    QVERIFY(QFileInfo(DatabaseBundle::filePath(DatabaseBundle::Bills) + QStringLiteral(".unreadable-20260115-100000")).isDir());
+    QVERIFY(QFileInfo(DatabaseBundle::filePath(DatabaseBundle::Bills) + QStringLiteral(".unreadable-20260115-100000"))
+                .isDir());
     QVERIFY(QFileInfo(DatabaseBundle::filePath(DatabaseBundle::Bills)).isFile());
 
     // A file without read permission (not testable as the superuser, who

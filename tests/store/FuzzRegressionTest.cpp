@@ -27,7 +27,8 @@ void addRegressionRows(const char *reader)
 {
     QTest::addColumn<QString>("path");
     QTest::addColumn<bool>("readable");
-    const QFileInfoList files = QDir(regressionFolder(reader)).entryInfoList({QStringLiteral("*.xml")}, QDir::Files, QDir::Name);
+    const QFileInfoList files
+        = QDir(regressionFolder(reader)).entryInfoList({QStringLiteral("*.xml")}, QDir::Files, QDir::Name);
     QVERIFY2(!files.isEmpty(), qPrintable(regressionFolder(reader)));
     for (const QFileInfo &file : files) {
         const QString name = file.fileName();
@@ -78,7 +79,8 @@ void FuzzRegressionTest::shouldReadRecordsAlikeWithAndWithoutTheQuickScan()
     QFETCH(bool, readable);
     const testlib::QuickAndFull readings = testlib::readQuickAndFull(contentsOf(path), QStringLiteral("orders"));
     QVERIFY2(readings.agree(), qPrintable(readings.description()));
-    QVERIFY2(readings.quick.ok == readable, readable ? qPrintable(readings.quick.reason) : "read, though it must be refused");
+    QVERIFY2(readings.quick.ok == readable,
+             readable ? qPrintable(readings.quick.reason) : "read, though it must be refused");
     if (!readable)
         QVERIFY(!readings.full.reason.isEmpty());
 }

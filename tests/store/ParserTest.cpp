@@ -16,7 +16,8 @@
 
 namespace {
 
-struct ParsedItem {
+struct ParsedItem
+{
     QString grandParent;
     QString parent;
     QString name;
@@ -31,8 +32,8 @@ QList<ParsedItem> readAll(const QByteArray &document, int limit = 100000)
     parser.initWithData(document);
     QList<ParsedItem> items;
     while (auto item = parser.getItem()) {
-        items.append({item->getGrandParentName(), item->getParentName(), item->getName(), item->getData(),
-                      item->isNewParent()});
+        items.append(
+            {item->getGrandParentName(), item->getParentName(), item->getName(), item->getData(), item->isNewParent()});
         if (items.size() > limit)
             break;
     }
@@ -46,8 +47,7 @@ QByteArray oneField(const QByteArray &value)
 }
 
 // What the code under test prints on standard output while `action` runs.
-template <typename Action>
-QByteArray capturedStandardOutput(Action action)
+template <typename Action> QByteArray capturedStandardOutput(Action action)
 {
     QTemporaryDir dir;
     const QByteArray path = QFile::encodeName(dir.filePath(QStringLiteral("stdout")));
@@ -96,12 +96,30 @@ void ParserTest::shouldReplaceOnlyTheFirstOccurrence_data()
     QTest::addColumn<QString>("replacement");
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("expected");
-    QTest::newRow("first of many") << "a" << "o" << "banana" << "bonana";
-    QTest::newRow("absent") << "x" << "y" << "banana" << "banana";
-    QTest::newRow("at the end") << "na" << "NA!" << "bana" << "baNA!";
-    QTest::newRow("whole text") << "&amp;" << "&" << "&amp;" << "&";
-    QTest::newRow("replacement holds the target") << "&" << "&amp;" << "a&b&c" << "a&amp;b&c";
-    QTest::newRow("empty text") << "a" << "b" << "" << "";
+    QTest::newRow("first of many") << "a"
+                                   << "o"
+                                   << "banana"
+                                   << "bonana";
+    QTest::newRow("absent") << "x"
+                            << "y"
+                            << "banana"
+                            << "banana";
+    QTest::newRow("at the end") << "na"
+                                << "NA!"
+                                << "bana"
+                                << "baNA!";
+    QTest::newRow("whole text") << "&amp;"
+                                << "&"
+                                << "&amp;"
+                                << "&";
+    QTest::newRow("replacement holds the target") << "&"
+                                                  << "&amp;"
+                                                  << "a&b&c"
+                                                  << "a&amp;b&c";
+    QTest::newRow("empty text") << "a"
+                                << "b"
+                                << ""
+                                << "";
 }
 
 void ParserTest::shouldReplaceOnlyTheFirstOccurrence()
@@ -115,14 +133,15 @@ void ParserTest::shouldReplaceOnlyTheFirstOccurrence()
 
 void ParserTest::shouldReadTheFieldsOfEachRecord()
 {
-    const QByteArray document =
-        "<database>\n  <contacts>\n    <contact>\n      <surname>Smith</surname>\n"
-        "      <first>Ann</first>\n    </contact>\n    <contact>\n      <surname>Jones</surname>\n"
-        "      <first>Bob</first>\n      <phone>0123</phone>\n    </contact>\n  </contacts>\n"
-        "  <orders>\n    <order>\n      <ordernum>7</ordernum>\n    </order>\n  </orders>\n</database>\n";
+    const QByteArray document
+        = "<database>\n  <contacts>\n    <contact>\n      <surname>Smith</surname>\n"
+          "      <first>Ann</first>\n    </contact>\n    <contact>\n      <surname>Jones</surname>\n"
+          "      <first>Bob</first>\n      <phone>0123</phone>\n    </contact>\n  </contacts>\n"
+          "  <orders>\n    <order>\n      <ordernum>7</ordernum>\n    </order>\n  </orders>\n</database>\n";
     const QList<ParsedItem> items = readAll(document);
     QCOMPARE(items.size(), 6);
-    const struct {
+    const struct
+    {
         const char *grandParent, *parent, *name, *data;
         bool newParent;
     } expected[] = {
@@ -146,8 +165,7 @@ void ParserTest::shouldDecodeAValue_data()
     QTest::newRow("plain") << QByteArray("Widget") << "Widget";
     QTest::newRow("only the first ampersand") << QByteArray("a &amp; b &amp; c") << "a & b &amp; c";
     QTest::newRow("escaped less-than entity") << QByteArray("&amp;lt;") << "<";
-    QTest::newRow("first less-than and greater-than")
-        << QByteArray("&lt;b&gt; &lt;i&gt;") << "<b> &lt;i&gt;";
+    QTest::newRow("first less-than and greater-than") << QByteArray("&lt;b&gt; &lt;i&gt;") << "<b> &lt;i&gt;";
     QTest::newRow("greater-than made from ampersand") << QByteArray("&amp;gt;&amp;") << ">&amp;";
     QTest::newRow("line feed and carriage return trimmed") << QByteArray("\nhello\r") << "hello";
     QTest::newRow("only line breaks trimmed") << QByteArray("\r\n  padded \t\n") << "  padded \t";
@@ -183,8 +201,8 @@ void ParserTest::shouldGiveTheEmptyTextForAnEmptyField()
 
 void ParserTest::shouldStartANewRecordAfterOneWithoutFields()
 {
-    const QList<ParsedItem> items = readAll(
-        "<db><group><empty></empty><record><a>1</a><b>2</b></record><hollow>\n</hollow></group></db>");
+    const QList<ParsedItem> items
+        = readAll("<db><group><empty></empty><record><a>1</a><b>2</b></record><hollow>\n</hollow></group></db>");
     QCOMPARE(items.size(), 2);
     QCOMPARE(items[0].parent, QString("record"));
     QCOMPARE(items[0].name, QString("a"));
@@ -269,8 +287,7 @@ void ParserTest::shouldTruncateALongValue()
 {
     QByteArray huge(Parser::maxValueLength + 5000, 'x');
     huge.replace(Parser::maxValueLength - 1, 2, "YZ");  // straddles the limit
-    const QList<ParsedItem> items =
-        readAll("<db><g><r><big>" + huge + "</big><after>ok</after></r></g></db>");
+    const QList<ParsedItem> items = readAll("<db><g><r><big>" + huge + "</big><after>ok</after></r></g></db>");
     QCOMPARE(items.size(), 2);
     QCOMPARE(items[0].data.size(), Parser::maxValueLength);
     QCOMPARE(items[0].data, QString::fromLatin1(huge.left(Parser::maxValueLength)));
@@ -317,8 +334,8 @@ void ParserTest::shouldReadAFileAndReportItsSize()
 void ParserTest::shouldReadAMissingFileAsEmpty()
 {
     Parser parser;
-    const QByteArray printed =
-        capturedStandardOutput([&] { parser.initWithFilePath(QStringLiteral("/nonexistent/quorvel/none.xml")); });
+    const QByteArray printed
+        = capturedStandardOutput([&] { parser.initWithFilePath(QStringLiteral("/nonexistent/quorvel/none.xml")); });
     QCOMPARE(printed, QByteArray("0 bytes read\n"));
     QCOMPARE(parser.length(), 0u);
     QVERIFY(!parser.getNextByte());
@@ -330,8 +347,8 @@ void ParserTest::shouldSurviveAnyInput()
     // Random bytes and damaged documents: every call ends, and as each item
     // takes at least one byte there can be no more items than bytes.
     QRandomGenerator random(20240601);
-    const QByteArray valid =
-        "<db><g><r><a>1 &amp; 2</a><b>\nx\r</b></r><r><a></a></r></g><h><s><t>&lt;</t></s></h></db>";
+    const QByteArray valid
+        = "<db><g><r><a>1 &amp; 2</a><b>\nx\r</b></r><r><a></a></r></g><h><s><t>&lt;</t></s></h></db>";
     const char alphabet[] = "<>/&;amp ltg\n\rxyz\x80\xff";
     for (int round = 0; round < 3000; ++round) {
         QByteArray input;
@@ -345,9 +362,15 @@ void ParserTest::shouldSurviveAnyInput()
             for (int e = 0; e < edits; ++e) {
                 const int at = int(random.bounded(int(input.size())));
                 switch (random.bounded(3)) {
-                case 0: input.remove(at, 1 + int(random.bounded(4))); break;
-                case 1: input.insert(at, alphabet[random.bounded(int(sizeof alphabet - 1))]); break;
-                default: input[at] = char(random.bounded(256)); break;
+                case 0:
+                    input.remove(at, 1 + int(random.bounded(4)));
+                    break;
+                case 1:
+                    input.insert(at, alphabet[random.bounded(int(sizeof alphabet - 1))]);
+                    break;
+                default:
+                    input[at] = char(random.bounded(256));
+                    break;
                 }
             }
         }

@@ -4,8 +4,8 @@
 
 #include <QDateTime>
 #include <QDir>
-#include <QPoint>
 #include <QFile>
+#include <QPoint>
 #include <QRandomGenerator>
 #include <QStringDecoder>
 #include <QStringEncoder>
@@ -22,7 +22,9 @@ const QStringList KnownKeys = {QStringLiteral("id"), QStringLiteral("name"), QSt
 class Collector : public RecordVisitor
 {
 public:
-    explicit Collector(const RecordReader &recordReader) : reader(recordReader) {}
+    explicit Collector(const RecordReader &recordReader)
+        : reader(recordReader)
+    { }
     void restart() override
     {
         records.clear();
@@ -44,7 +46,8 @@ public:
     int restarts = 0;
 };
 
-struct Outcome {
+struct Outcome
+{
     ReadStatus status;
     QStringList records;
     bool fullReader = false;
@@ -65,12 +68,16 @@ Outcome readWith(QByteArrayView document, bool quick, const QString &rootKey = Q
 QByteArray plist(const QByteArray &body)
 {
     return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-           "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" \"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
+           "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" "
+           "\"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
            "<plist version=\"1.0\">\n<dict>\n\t<key>orders</key>\n\t<array>\n"
         + body + "\t</array>\n</dict>\n</plist>\n";
 }
 
-QByteArray record(const QByteArray &pairs) { return "\t\t<dict>\n" + pairs + "\t\t</dict>\n"; }
+QByteArray record(const QByteArray &pairs)
+{
+    return "\t\t<dict>\n" + pairs + "\t\t</dict>\n";
+}
 
 QByteArray dataFile(const QString &name)
 {
@@ -136,46 +143,51 @@ void PropertyListTest::shouldReadEveryFormOfAValidDocument_data()
     const QByteArray one = record("\t\t\t<key>id</key>\n\t\t\t<string>1</string>\n"
                                   "\t\t\t<key>name</key>\n\t\t\t<string>Ann</string>\n");
     QTest::newRow("this program's layout") << plist(one + one) << QStringList{"id=1|name=Ann", "id=1|name=Ann"} << true;
-    QTest::newRow("no declaration, no doctype, one line")
-        << QByteArray("<plist><dict><key>orders</key><array><dict><key>id</key><string>2</string></dict></array></dict></plist>")
-        << QStringList{"id=2"} << true;
-    QTest::newRow("spaces and CR LF between elements")
-        << QByteArray("<?xml version='1.0' encoding='utf-8' standalone='yes'?>\r\n<plist version=\"1.0\">\r\n  <dict>\r\n"
-                      "    <key>orders</key>\r\n    <array>\r\n      <dict>\r\n        <key>id</key>\r\n"
-                      "        <string>3</string>\r\n      </dict>\r\n    </array>\r\n  </dict>\r\n</plist>\r\n")
-        << QStringList{"id=3"} << true;
+    QTest::newRow("no declaration, no doctype, one line") << QByteArray(
+        "<plist><dict><key>orders</key><array><dict><key>id</key><string>2</string></dict></array></dict></plist>")
+                                                          << QStringList{"id=2"} << true;
+    QTest::newRow("spaces and CR LF between elements") << QByteArray(
+        "<?xml version='1.0' encoding='utf-8' standalone='yes'?>\r\n<plist version=\"1.0\">\r\n  <dict>\r\n"
+        "    <key>orders</key>\r\n    <array>\r\n      <dict>\r\n        <key>id</key>\r\n"
+        "        <string>3</string>\r\n      </dict>\r\n    </array>\r\n  </dict>\r\n</plist>\r\n")
+                                                       << QStringList{"id=3"} << true;
     QTest::newRow("byte-order mark") << QByteArray("\xEF\xBB\xBF") + plist(one) << QStringList{"id=1|name=Ann"} << true;
     QTest::newRow("empty string element")
         << plist(record("<key>name</key><string/><key>id</key><string></string>")) << QStringList{"name=|id="} << true;
-    QTest::newRow("named entities")
-        << plist(record("<key>name</key><string>&amp;&lt;&gt;&quot;&apos;</string>")) << QStringList{"name=&<>\"'"} << true;
+    QTest::newRow("named entities") << plist(record("<key>name</key><string>&amp;&lt;&gt;&quot;&apos;</string>"))
+                                    << QStringList{"name=&<>\"'"} << true;
     QTest::newRow("character references")
         << plist(record("<key>name</key><string>&#38;&#x26;&#233;&#x65E5;&#x1F600;</string>"))
         << QStringList{QStringLiteral("name=&&é日😀")} << true;
-    QTest::newRow("text in UTF-8")
-        << plist(record("<key>name</key><string>\xC3\xA9 \xE6\x97\xA5\xE6\x9C\xAC \xF0\x9F\x98\x80</string>"))
-        << QStringList{QStringLiteral("name=é 日本 😀")} << true;
+    QTest::newRow("text in UTF-8") << plist(
+        record("<key>name</key><string>\xC3\xA9 \xE6\x97\xA5\xE6\x9C\xAC \xF0\x9F\x98\x80</string>"))
+                                   << QStringList{QStringLiteral("name=é 日本 😀")} << true;
     QTest::newRow("line ends inside text become line feeds")
-        << plist(record("<key>name</key><string>a\r\nb\rc\nd&#13;e</string>")) << QStringList{"name=a\nb\nc\nd\re"} << true;
+        << plist(record("<key>name</key><string>a\r\nb\rc\nd&#13;e</string>")) << QStringList{"name=a\nb\nc\nd\re"}
+        << true;
     QTest::newRow("other kinds of value as text")
-        << plist(record("<key>id</key><integer> 42 </integer><key>name</key><real>2.50</real>"
-                        "<key>status</key><true/><key>sent</key><false/><key>date</key><date>2020-05-17T08:30:00Z</date>"))
+        << plist(record(
+               "<key>id</key><integer> 42 </integer><key>name</key><real>2.50</real>"
+               "<key>status</key><true/><key>sent</key><false/><key>date</key><date>2020-05-17T08:30:00Z</date>"))
         << QStringList{"id=42|name=2.50|status=YES|sent=NO|date=2020-05-17T08:30:00Z"} << true;
     QTest::newRow("other root keys before and after")
         << QByteArray("<plist><dict><key>version</key><integer>2</integer><key>orders</key><array>"
                       "<dict><key>id</key><string>5</string></dict></array><key>z</key><true/></dict></plist>")
         << QStringList{"id=5"} << true;
-    QTest::newRow("empty array") << QByteArray("<plist><dict><key>orders</key><array/></dict></plist>") << QStringList{} << true;
+    QTest::newRow("empty array") << QByteArray("<plist><dict><key>orders</key><array/></dict></plist>") << QStringList{}
+                                 << true;
     QTest::newRow("empty record") << plist("\t\t<dict/>\n\t\t<dict></dict>\n") << QStringList{"", ""} << true;
     QTest::newRow("a key written twice comes twice")
-        << plist(record("<key>id</key><string>1</string><key>id</key><string>2</string>")) << QStringList{"id=1|id=2"} << true;
-    QTest::newRow("text that looks like markup") << plist(record("<key>name</key><string>a > b ]] c</string>"))
-                                                  << QStringList{"name=a > b ]] c"} << true;
+        << plist(record("<key>id</key><string>1</string><key>id</key><string>2</string>")) << QStringList{"id=1|id=2"}
+        << true;
+    QTest::newRow("text that looks like markup")
+        << plist(record("<key>name</key><string>a > b ]] c</string>")) << QStringList{"name=a > b ]] c"} << true;
 
     QTest::newRow("written by plistlib (file)")
         << dataFile(QStringLiteral("plistlib-orders.xml"))
-        << QStringList{QStringLiteral("contact=12|date=02/01/08|description=Line one\nLine two|id=1|includeBOM=NO|repeats=NO|"
-                                      "sent=YES|status=Order|title=Fit shelves & <brackets>|type=Order|value=120.00"),
+        << QStringList{QStringLiteral(
+                           "contact=12|date=02/01/08|description=Line one\nLine two|id=1|includeBOM=NO|repeats=NO|"
+                           "sent=YES|status=Order|title=Fit shelves & <brackets>|type=Order|value=120.00"),
                        QStringLiteral("contact=0|date=01/02/08|id=2|includeBOM=YES|repeats=NO|sent=NO|status=Quote|"
                                       "title=Zoë's café 日本 😀|type=Order")}
         << true;
@@ -183,8 +195,8 @@ void PropertyListTest::shouldReadEveryFormOfAValidDocument_data()
     // Everything below is left to the full reader.
     QTest::newRow("comment between records")
         << plist(one + "<!-- the second one -->" + one) << QStringList{"id=1|name=Ann", "id=1|name=Ann"} << false;
-    QTest::newRow("comment inside text")
-        << plist(record("<key>name</key><string>An<!-- x -->n</string>")) << QStringList{"name=Ann"} << false;
+    QTest::newRow("comment inside text") << plist(record("<key>name</key><string>An<!-- x -->n</string>"))
+                                         << QStringList{"name=Ann"} << false;
     QTest::newRow("CDATA") << plist(record("<key>name</key><string><![CDATA[<b> & </b>]]></string>"))
                            << QStringList{"name=<b> & </b>"} << false;
     QTest::newRow("processing instruction")
@@ -210,8 +222,9 @@ void PropertyListTest::shouldReadEveryFormOfAValidDocument_data()
         << QByteArray("<plist><dict><key>orders</key><array><dict><key>id</key><string>1</string></dict></array>"
                       "<key>orders</key><array><dict><key>id</key><string>2</string></dict></array></dict></plist>")
         << QStringList{"id=2"} << false;
-    QTest::newRow("ISO-8859-1") << QByteArray("<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><plist><dict><key>orders</key>"
-                                              "<array><dict><key>name</key><string>Zo\xEB</string></dict></array></dict></plist>")
+    QTest::newRow("ISO-8859-1") << QByteArray(
+        "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><plist><dict><key>orders</key>"
+        "<array><dict><key>name</key><string>Zo\xEB</string></dict></array></dict></plist>")
                                 << QStringList{QStringLiteral("name=Zoë")} << false;
     {
         QStringEncoder toUtf16(QStringEncoder::Utf16LE, QStringEncoder::Flag::WriteBom);
@@ -221,11 +234,11 @@ void PropertyListTest::shouldReadEveryFormOfAValidDocument_data()
         QTest::newRow("UTF-16") << utf16 << QStringList{QStringLiteral("name=日本")} << false;
     }
     QTest::newRow("comment after the end") << plist(one) + "<!-- saved -->\n" << QStringList{"id=1|name=Ann"} << false;
-    QTest::newRow("edited by hand (file)")
-        << dataFile(QStringLiteral("edited-orders.xml"))
-        << QStringList{"id=7|title=Fit Quorvel & Sons shelves|description=First line\nsecond line|status=<Complete> & paid|"
-                       "contact=12|sent=YES"}
-        << false;
+    QTest::newRow("edited by hand (file)") << dataFile(QStringLiteral("edited-orders.xml"))
+                                           << QStringList{"id=7|title=Fit Quorvel & Sons shelves|description=First "
+                                                          "line\nsecond line|status=<Complete> & paid|"
+                                                          "contact=12|sent=YES"}
+                                           << false;
 }
 
 void PropertyListTest::shouldReadEveryFormOfAValidDocument()
@@ -256,13 +269,14 @@ void PropertyListTest::shouldRefuseInvalidDocumentsWithAReasonAndALine_data()
     QTest::newRow("another XML document") << QByteArray("<html><body/></html>") << "not a property list" << qint64(1);
     QTest::newRow("root is an array") << QByteArray("<plist><array/></plist>") << "not a dictionary" << qint64(1);
     QTest::newRow("empty property list") << QByteArray("<plist/>") << "empty" << qint64(1);
-    QTest::newRow("root key missing")
-        << QByteArray("<plist>\n<dict>\n<key>contacts</key>\n<array/>\n</dict>\n</plist>\n") << "no \"orders\"" << qint64(5);
+    QTest::newRow("root key missing") << QByteArray(
+        "<plist>\n<dict>\n<key>contacts</key>\n<array/>\n</dict>\n</plist>\n")
+                                      << "no \"orders\"" << qint64(5);
     QTest::newRow("root key not an array")
         << QByteArray("<plist><dict><key>orders</key><string>x</string></dict></plist>") << "not an array" << qint64(1);
-    QTest::newRow("array of strings")
-        << QByteArray("<plist><dict><key>orders</key><array><string>x</string></array></dict></plist>")
-        << "expected <dict>" << qint64(1);
+    QTest::newRow("array of strings") << QByteArray(
+        "<plist><dict><key>orders</key><array><string>x</string></array></dict></plist>")
+                                      << "expected <dict>" << qint64(1);
     QTest::newRow("end tag misspelt") << plist(record("\t\t\t<key>id</key>\n\t\t\t<string>1</strin>\n")) << "mismatch"
                                       << qint64(9);
     QTest::newRow("cut in the middle") << good.left(good.indexOf("</string>") + 3) << "Premature end" << qint64(9);
@@ -281,11 +295,13 @@ void PropertyListTest::shouldRefuseInvalidDocumentsWithAReasonAndALine_data()
     QTest::newRow("text between elements") << plist(record("\t\t\tid\n")) << "unexpected text" << qint64(8);
     QTest::newRow("unknown element") << plist(record("\t\t\t<key>id</key>\n\t\t\t<number>1</number>\n"))
                                      << "unknown element <number>" << qint64(9);
-    QTest::newRow("element inside a string")
-        << plist(record("\t\t\t<key>id</key>\n\t\t\t<string>a<b/>c</string>\n")) << "unexpected <b> inside text" << qint64(9);
-    QTest::newRow("content after the end") << good + "<plist/>" << "Extra content" << qint64(14);
+    QTest::newRow("element inside a string") << plist(record("\t\t\t<key>id</key>\n\t\t\t<string>a<b/>c</string>\n"))
+                                             << "unexpected <b> inside text" << qint64(9);
+    QTest::newRow("content after the end") << good + "<plist/>"
+                                           << "Extra content" << qint64(14);
     QTest::newRow("second element in plist")
-        << QByteArray("<plist><dict><key>orders</key><array/></dict><dict/></plist>") << "unexpected <dict>" << qint64(1);
+        << QByteArray("<plist><dict><key>orders</key><array/></dict><dict/></plist>") << "unexpected <dict>"
+        << qint64(1);
 }
 
 void PropertyListTest::shouldRefuseInvalidDocumentsWithAReasonAndALine()
@@ -322,7 +338,8 @@ void PropertyListTest::shouldAgreeWithTheFullReaderOnMutatedDocuments()
     // Random damage to a document: both readers must come to the same answer,
     // and neither may crash or hang.
     const QByteArray original = sampleDocument(4) + QByteArray();
-    const char alphabet[] = "<>/&;#x!-[]?=\"' \t\r\n\x01\x80\xC3\xA9\xFF" "abdeikgnrsty0123456789";
+    const char alphabet[] = "<>/&;#x!-[]?=\"' \t\r\n\x01\x80\xC3\xA9\xFF"
+                            "abdeikgnrsty0123456789";
     QRandomGenerator random(20260115);
     int readable = 0;
     for (int round = 0; round < 3000; ++round) {
@@ -346,7 +363,8 @@ void PropertyListTest::shouldAgreeWithTheFullReaderOnMutatedDocuments()
         const Outcome quick = readWith(document, true);
         const Outcome full = readWith(document, false);
         if (quick.status.ok() != full.status.ok() || quick.records != full.records)
-            QFAIL(qPrintable(QStringLiteral("the readers disagree on:\n") + QString::fromLatin1(document.toPercentEncoding("<>/ \n\t=\"!?"))));
+            QFAIL(qPrintable(QStringLiteral("the readers disagree on:\n")
+                             + QString::fromLatin1(document.toPercentEncoding("<>/ \n\t=\"!?"))));
         if (quick.status.ok())
             ++readable;
     }
@@ -375,8 +393,9 @@ void PropertyListTest::shouldReadLargeDocumentsInBlocks()
     QFETCH(bool, readable);
 
     const qsizetype block = qsizetype(1) << 20;
-    const QByteArray head = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\">\n<dict>\n\t<key>orders</key>\n"
-                            "\t<array>\n\t\t<dict><key>id</key><string>1</string><key>name</key><string>";
+    const QByteArray head
+        = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\">\n<dict>\n\t<key>orders</key>\n"
+          "\t<array>\n\t\t<dict><key>id</key><string>1</string><key>name</key><string>";
     const QByteArray close = "</string></dict>\t</array>\n</dict>\n</plist>";
     // Fill the name so that the document proper ends at two blocks exactly.
     const QByteArray fill(2 * block - head.size() - close.size(), 'x');
@@ -421,8 +440,9 @@ void PropertyListTest::shouldShareRepeatedShortValues()
 {
     QByteArray body;
     for (int i = 0; i < 600; ++i)
-        body += record("<key>id</key><string>" + QByteArray::number(i) + "</string><key>status</key><string>Complete</string>"
-                       "<key>name</key><string>Zo&#235;</string>");
+        body += record("<key>id</key><string>" + QByteArray::number(i)
+                       + "</string><key>status</key><string>Complete</string>"
+                         "<key>name</key><string>Zo&#235;</string>");
     const QByteArray document = plist(body);
     for (const bool quick : {true, false}) {
         RecordReader reader(KnownKeys);
@@ -454,13 +474,15 @@ void PropertyListTest::shouldReadAFileAndExplainAMissingOne()
                                               QStringLiteral("contacts"), collector);
     QVERIFY2(status.ok(), qPrintable(status.message()));
     QCOMPARE(collector.records,
-             (QStringList{QStringLiteral("id=1|name=Zoë Ångström|comments=Calls <before> noon & after \"tea\"|kind=Individual"),
-                          QStringLiteral("name=日本 Trading 😀|id=2|company=0|kind=Company|vip=YES|rating=4.5|"
-                                         "since=2020-05-17T08:30:00Z|email="),
-                          QStringLiteral("id=3|decreaseQty=NO")}));
+             (QStringList{
+                 QStringLiteral("id=1|name=Zoë Ångström|comments=Calls <before> noon & after \"tea\"|kind=Individual"),
+                 QStringLiteral("name=日本 Trading 😀|id=2|company=0|kind=Company|vip=YES|rating=4.5|"
+                                "since=2020-05-17T08:30:00Z|email="),
+                 QStringLiteral("id=3|decreaseQty=NO")}));
 
     QTemporaryDir dir;
-    const ReadStatus missing = reader.readFile(dir.filePath(QStringLiteral("nothing.xml")), QStringLiteral("contacts"), collector);
+    const ReadStatus missing
+        = reader.readFile(dir.filePath(QStringLiteral("nothing.xml")), QStringLiteral("contacts"), collector);
     QVERIFY(!missing.ok());
     QCOMPARE(missing.line, 0);
     QVERIFY(!missing.message().isEmpty());
@@ -479,25 +501,25 @@ void PropertyListTest::shouldWriteThePlatformLayout()
     writer.endRecord();
     writer.beginRecord();
     writer.endRecord();
-    const QByteArray expected =
-        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-        "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" \"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
-        "<plist version=\"1.0\">\n"
-        "<dict>\n"
-        "\t<key>orders</key>\n"
-        "\t<array>\n"
-        "\t\t<dict>\n"
-        "\t\t\t<key>id</key>\n"
-        "\t\t\t<string>1</string>\n"
-        "\t\t\t<key>includeBOM</key>\n"
-        "\t\t\t<string></string>\n"
-        "\t\t\t<key>title</key>\n"
-        "\t\t\t<string>Tea &amp; &lt;cake&gt;</string>\n"
-        "\t\t</dict>\n"
-        "\t\t<dict/>\n"
-        "\t</array>\n"
-        "</dict>\n"
-        "</plist>\n";
+    const QByteArray expected
+        = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+          "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" \"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
+          "<plist version=\"1.0\">\n"
+          "<dict>\n"
+          "\t<key>orders</key>\n"
+          "\t<array>\n"
+          "\t\t<dict>\n"
+          "\t\t\t<key>id</key>\n"
+          "\t\t\t<string>1</string>\n"
+          "\t\t\t<key>includeBOM</key>\n"
+          "\t\t\t<string></string>\n"
+          "\t\t\t<key>title</key>\n"
+          "\t\t\t<string>Tea &amp; &lt;cake&gt;</string>\n"
+          "\t\t</dict>\n"
+          "\t\t<dict/>\n"
+          "\t</array>\n"
+          "</dict>\n"
+          "</plist>\n";
     QCOMPARE(writer.finish(), expected);
 }
 
@@ -528,8 +550,10 @@ void PropertyListTest::shouldRoundTripAnyText_data()
     same("carriage returns", QStringLiteral("one\rtwo\r\nthree"));
     same("leading and trailing blanks", QStringLiteral("  padded  "));
     same("empty", QStringLiteral(""));
-    QTest::newRow("control characters become U+FFFD")
-        << QStringLiteral("a\x01" "b\x1F" "c") << QStringLiteral("a\uFFFDb\uFFFDc");
+    QTest::newRow("control characters become U+FFFD") << QStringLiteral("a\x01"
+                                                                        "b\x1F"
+                                                                        "c")
+                                                      << QStringLiteral("a\uFFFDb\uFFFDc");
     QTest::newRow("unpaired surrogate becomes U+FFFD") << QString(QChar(0xD800)) + u'x' << QStringLiteral("\uFFFDx");
 }
 
@@ -573,7 +597,8 @@ void PropertyListTest::shouldReadAndWriteGeneralValues()
     QVariantMap definition;
     definition.insert(QStringLiteral("title"), QStringLiteral("Sales & <costs>"));
     definition.insert(QStringLiteral("fields"), QStringList{QStringLiteral("date"), QStringLiteral("value")});
-    definition.insert(QStringLiteral("rows"), QVariantList{QVariantList{QStringLiteral("a"), QStringLiteral("b")}, QVariantList{}});
+    definition.insert(QStringLiteral("rows"),
+                      QVariantList{QVariantList{QStringLiteral("a"), QStringLiteral("b")}, QVariantList{}});
     definition.insert(QStringLiteral("count"), 3);
     definition.insert(QStringLiteral("ratio"), 0.25);
     definition.insert(QStringLiteral("on"), true);
@@ -590,7 +615,8 @@ void PropertyListTest::shouldReadAndWriteGeneralValues()
     QVERIFY2(status.ok(), qPrintable(status.message()));
     const QVariantMap map = back.toMap();
     QCOMPARE(map.value(QStringLiteral("title")).toString(), QStringLiteral("Sales & <costs>"));
-    QCOMPARE(map.value(QStringLiteral("fields")).toStringList(), (QStringList{QStringLiteral("date"), QStringLiteral("value")}));
+    QCOMPARE(map.value(QStringLiteral("fields")).toStringList(),
+             (QStringList{QStringLiteral("date"), QStringLiteral("value")}));
     const QVariantList rows = map.value(QStringLiteral("rows")).toList();
     QCOMPARE(rows.size(), 2);
     QCOMPARE(rows.at(0).toStringList(), (QStringList{QStringLiteral("a"), QStringLiteral("b")}));
@@ -614,8 +640,8 @@ void PropertyListTest::shouldRefuseBadGeneralValues_data()
     QTest::addColumn<QByteArray>("document");
     QTest::addColumn<QString>("reason");
 
-    QTest::newRow("too deep") << QByteArray("<plist>") + QByteArray("<array>").repeated(300) + QByteArray("</array>").repeated(300)
-                                     + "</plist>"
+    QTest::newRow("too deep") << QByteArray("<plist>") + QByteArray("<array>").repeated(300)
+            + QByteArray("</array>").repeated(300) + "</plist>"
                               << "nested too deeply";
     QTest::newRow("bad integer") << QByteArray("<plist><integer>12x</integer></plist>") << "not an integer";
     QTest::newRow("bad date") << QByteArray("<plist><date>yesterday</date></plist>") << "not a date";

@@ -51,7 +51,9 @@ public:
 class SyntheticSource : public kdDataSource
 {
 public:
-    explicit SyntheticSource(int rowCount) : rows(rowCount) {}
+    explicit SyntheticSource(int rowCount)
+        : rows(rowCount)
+    { }
     int numberOfRowsInTableView() const override { return rows; }
     QString objectValueForTableColumn(const QString &columnId, int row) const override
     {
@@ -120,11 +122,9 @@ void TableExportTest::shouldWriteHtmlExactly()
     source.add(exportRecord({{"name", "Gizmo"}, {"qty", "1"}}));
     TableView table;
     table.setColumns(nameAndQty());
-    const QString expected = QString(tableOpen) + head + "Name</th>" + head + "Qty</th></tr>"
-        + "<tr>" + plainCell + "Widget</td>" + plainCell + "4</td></tr>"
-        + "<tr>" + shadedCell + "Gadget</td>" + shadedCell + "12</td></tr>"
-        + "<tr>" + plainCell + "Gizmo</td>" + plainCell + "1</td></tr>"
-        + "</table><br />";
+    const QString expected = QString(tableOpen) + head + "Name</th>" + head + "Qty</th></tr>" + "<tr>" + plainCell
+        + "Widget</td>" + plainCell + "4</td></tr>" + "<tr>" + shadedCell + "Gadget</td>" + shadedCell + "12</td></tr>"
+        + "<tr>" + plainCell + "Gizmo</td>" + plainCell + "1</td></tr>" + "</table><br />";
     QCOMPARE(source.getDataAsHTMLusingTableView(table), expected);
 }
 
@@ -194,15 +194,19 @@ void TableExportTest::shouldExportALargeTableQuickly()
     for (int i = 0; i < rows; ++i) {
         const QByteArray number = QByteArray::number(i);
         source.add(exportRecord({{"ordernum", number.constData()},
-                                     {"name", "Acme Widgets Ltd"},
-                                     {"date", "01/03/08"},
-                                     {"status", "Invoiced"},
-                                     {"value", "1234.50"},
-                                     {"balance", "0.00"}}));
+                                 {"name", "Acme Widgets Ltd"},
+                                 {"date", "01/03/08"},
+                                 {"status", "Invoiced"},
+                                 {"value", "1234.50"},
+                                 {"balance", "0.00"}}));
     }
     TableView table;
-    table.setColumns(TableView::columnsFrom({{"ordernum", "No."}, {"name", "Name"}, {"date", "Date"},
-                                             {"status", "Status"}, {"value", "Value"}, {"balance", "Balance"}}));
+    table.setColumns(TableView::columnsFrom({{"ordernum", "No."},
+                                             {"name", "Name"},
+                                             {"date", "Date"},
+                                             {"status", "Status"},
+                                             {"value", "Value"},
+                                             {"balance", "Balance"}}));
     QElapsedTimer timer;
     timer.start();
     const QString csv = source.getDataAsCSVusingTableView(table);
@@ -229,11 +233,11 @@ void TableExportTest::shouldEncodeCsvAsUtf8_data()
     QTest::addColumn<QByteArray>("expected");
     QTest::newRow("ascii") << QString("\"a\"\r") << QByteArray("\"a\"\r");
     QTest::newRow("accented") << QString::fromUtf8("café") << QByteArray("caf\xc3\xa9");
-    QTest::newRow("beyond the basic plane") << QString::fromUtf8("x\xf0\x9f\x98\x80y") << QByteArray("x\xf0\x9f\x98\x80y");
+    QTest::newRow("beyond the basic plane")
+        << QString::fromUtf8("x\xf0\x9f\x98\x80y") << QByteArray("x\xf0\x9f\x98\x80y");
     QTest::newRow("lone high surrogate dropped") << (QString("a") + QChar(0xD83D) + "b") << QByteArray("ab");
     QTest::newRow("lone low surrogate dropped") << (QString("a") + QChar(0xDE00)) << QByteArray("a");
-    QTest::newRow("reversed pair dropped") << (QString("a") + QChar(0xDE00) + QChar(0xD83D) + "b")
-                                           << QByteArray("ab");
+    QTest::newRow("reversed pair dropped") << (QString("a") + QChar(0xDE00) + QChar(0xD83D) + "b") << QByteArray("ab");
     QTest::newRow("pair kept after a lone one")
         << (QString(QChar(0xD83D)) + "-" + QChar(0xD83D) + QChar(0xDE00)) << QByteArray("-\xf0\x9f\x98\x80");
     QTest::newRow("empty") << QString() << QByteArray();
@@ -253,7 +257,8 @@ void TableExportTest::shouldEncodeHtmlAsUtf16WithAByteOrderMark_data()
     QTest::newRow("empty") << QString() << QByteArray("\xff\xfe", 2);
     QTest::newRow("ascii") << QString("<a>") << QByteArray("\xff\xfe<\0a\0>\0", 8);
     QTest::newRow("accented") << QString::fromUtf8("é€") << QByteArray("\xff\xfe\xe9\0\xac\x20", 6);
-    QTest::newRow("surrogate pair") << QString::fromUtf8("\xf0\x9f\x98\x80") << QByteArray("\xff\xfe\x3d\xd8\x00\xde", 6);
+    QTest::newRow("surrogate pair") << QString::fromUtf8("\xf0\x9f\x98\x80")
+                                    << QByteArray("\xff\xfe\x3d\xd8\x00\xde", 6);
 }
 
 void TableExportTest::shouldEncodeHtmlAsUtf16WithAByteOrderMark()
@@ -262,7 +267,8 @@ void TableExportTest::shouldEncodeHtmlAsUtf16WithAByteOrderMark()
     QFETCH(QByteArray, expected);
     const QByteArray bytes = encodeHtmlExport(text);
     QCOMPARE(bytes, expected);
-    QCOMPARE(QString::fromUtf16(reinterpret_cast<const char16_t *>(bytes.constData() + 2), (bytes.size() - 2) / 2), text);
+    QCOMPARE(QString::fromUtf16(reinterpret_cast<const char16_t *>(bytes.constData() + 2), (bytes.size() - 2) / 2),
+             text);
 }
 
 void TableExportTest::shouldBuildColumnsFromALayoutFile()
@@ -284,7 +290,8 @@ void TableExportTest::shouldBuildColumnsFromALayoutFile()
 
     const QList<TableColumn> &columns = table.tableColumns();
     QCOMPARE(columns.size(), 3);
-    const struct {
+    const struct
+    {
         const char *identifier, *title;
         int width;
     } expected[] = {{"name", "Name", 150}, {"date", "Date", 80}, {"value", "Value & tax", 60}};
@@ -307,9 +314,10 @@ void TableExportTest::shouldKeepTheLastColumnCount()
 {
     QTemporaryDir dir;
     const QString path = dir.filePath("layout.xml");
-    QVERIFY(writeFile(path, "<l><t><c><numberofcols>2</numberofcols><field>a</field><colheading>A</colheading>"
-                            "<colwidth>10</colwidth><field>b</field><colheading>B</colheading>"
-                            "<colwidth>20</colwidth><numberofcols>1</numberofcols></c></t></l>"));
+    QVERIFY(writeFile(path,
+                      "<l><t><c><numberofcols>2</numberofcols><field>a</field><colheading>A</colheading>"
+                      "<colwidth>10</colwidth><field>b</field><colheading>B</colheading>"
+                      "<colwidth>20</colwidth><numberofcols>1</numberofcols></c></t></l>"));
     ExportSource source;
     TableView table;
     QVERIFY(source.configureTable(table, path));
@@ -323,8 +331,9 @@ void TableExportTest::shouldNotReadPastTheEndOfAShortLayout()
 {
     QTemporaryDir dir;
     const QString path = dir.filePath("layout.xml");
-    QVERIFY(writeFile(path, "<l><t><c><numberofcols>4</numberofcols><field>a</field><field>b</field>"
-                            "<field>c</field><colheading>A</colheading><colwidth>10</colwidth></c></t></l>"));
+    QVERIFY(writeFile(path,
+                      "<l><t><c><numberofcols>4</numberofcols><field>a</field><field>b</field>"
+                      "<field>c</field><colheading>A</colheading><colwidth>10</colwidth></c></t></l>"));
     ExportSource source;
     TableView table;
     QVERIFY(source.configureTable(table, path));

@@ -13,7 +13,8 @@ namespace {
 class Row : public dataObject
 {
 public:
-    explicit Row(QString text, int id = 0, bool isVisible = true) : value(std::move(text))
+    explicit Row(QString text, int id = 0, bool isVisible = true)
+        : value(std::move(text))
     {
         setID(id);
         setVisible(isVisible);
@@ -151,9 +152,9 @@ private Q_SLOTS:
     void shouldWalkTheCollectionInOrder()
     {
         kdDataSource source;
-        const std::shared_ptr<Row> held[3] = {std::make_shared<Row>(QStringLiteral("a")),
-                                              std::make_shared<Row>(QStringLiteral("b")),
-                                              std::make_shared<Row>(QStringLiteral("c"))};
+        const std::shared_ptr<Row> held[3]
+            = {std::make_shared<Row>(QStringLiteral("a")), std::make_shared<Row>(QStringLiteral("b")),
+               std::make_shared<Row>(QStringLiteral("c"))};
         Row *rows[3] = {held[0].get(), held[1].get(), held[2].get()};
         for (const std::shared_ptr<Row> &row : held)
             source.add(row);
@@ -236,7 +237,9 @@ private Q_SLOTS:
         for (const QString &value : values)
             source.add(std::make_shared<Row>(value, 0, false));
         QCOMPARE(source.numberOfRowsInTableView(), 0);
-        source.filterBy([](const dataObject &record) { return static_cast<const Row &>(record).value.startsWith(QLatin1Char('a')); });
+        source.filterBy([](const dataObject &record) {
+            return static_cast<const Row &>(record).value.startsWith(QLatin1Char('a'));
+        });
         QCOMPARE(source.numberOfRowsInTableView(), 2);
         QCOMPARE(static_cast<Row *>(source.getnthVisibleItem(1))->value, QStringLiteral("avocado"));
         source.filterBy([](const dataObject &) { return true; });
@@ -271,19 +274,15 @@ private Q_SLOTS:
         const QStringList bac{QStringLiteral("b"), QStringLiteral("A"), QStringLiteral("c")};
         QTest::newRow("not ascending gives ascending order")
             << bac << "text" << false << 0 << QStringList{"A", "b", "c"};
-        QTest::newRow("ascending gives descending order")
-            << bac << "text" << true << 0 << QStringList{"c", "b", "A"};
-        QTest::newRow("option 1 is option 0")
-            << bac << "text" << false << 1 << QStringList{"A", "b", "c"};
-        QTest::newRow("other options never exchange")
-            << bac << "text" << false << 7 << bac;
+        QTest::newRow("ascending gives descending order") << bac << "text" << true << 0 << QStringList{"c", "b", "A"};
+        QTest::newRow("option 1 is option 0") << bac << "text" << false << 1 << QStringList{"A", "b", "c"};
+        QTest::newRow("other options never exchange") << bac << "text" << false << 7 << bac;
         QTest::newRow("equal ignoring case keeps its order")
             << QStringList{"b", "B", "a", "b"} << "text" << false << 0 << QStringList{"a", "b", "B", "b"};
         QTest::newRow("text, not numbers")
             << QStringList{"9", "10", "1"} << "text" << false << 0 << QStringList{"1", "10", "9"};
-        QTest::newRow("name sorts by surname")
-            << QStringList{"Jane Young", "Adam Zeta", "Zed Abel"} << "name" << false << 0
-            << QStringList{"Zed Abel", "Jane Young", "Adam Zeta"};
+        QTest::newRow("name sorts by surname") << QStringList{"Jane Young", "Adam Zeta", "Zed Abel"} << "name" << false
+                                               << 0 << QStringList{"Zed Abel", "Jane Young", "Adam Zeta"};
         QTest::newRow("dates: day first, not ascending")
             << QStringList{"01/02/08", "02/01/08"} << "date" << false << 2 << QStringList{"02/01/08", "01/02/08"};
         QTest::newRow("dates: ascending gives the latest first")
@@ -292,8 +291,7 @@ private Q_SLOTS:
         QTest::newRow("an undated record stays and nothing passes it")
             << QStringList{"05/05/08", "01/01/08", "soon", "04/04/08", "02/02/08"} << "date" << false << 2
             << QStringList{"01/01/08", "05/05/08", "soon", "02/02/08", "04/04/08"};
-        QTest::newRow("one record is left alone")
-            << QStringList{"x"} << "date" << false << 2 << QStringList{"x"};
+        QTest::newRow("one record is left alone") << QStringList{"x"} << "date" << false << 2 << QStringList{"x"};
     }
     void shouldSortInTheKeptOrder()
     {
@@ -353,9 +351,11 @@ private Q_SLOTS:
             for (int i = 0; i < count; ++i) {
                 QString value;
                 if (options == 2)
-                    value = random.bounded(8) == 0
-                        ? QStringLiteral("n/a")
-                        : QStringLiteral("%1/%2/%3").arg(random.bounded(1, 4)).arg(random.bounded(1, 3)).arg(random.bounded(7, 9), 2, 10, QLatin1Char('0'));
+                    value = random.bounded(8) == 0 ? QStringLiteral("n/a")
+                                                   : QStringLiteral("%1/%2/%3")
+                                                         .arg(random.bounded(1, 4))
+                                                         .arg(random.bounded(1, 3))
+                                                         .arg(random.bounded(7, 9), 2, 10, QLatin1Char('0'));
                 else
                     value = words.at(random.bounded(words.size()));
                 auto row = std::make_shared<Row>(value, 0, random.bounded(3) != 0);

@@ -3,8 +3,8 @@
 #include "TestEnvironment.h"
 #include "TestMain.h"
 
-#include "store/PrefsController.h"
 #include "app/Quorvel.h"
+#include "store/PrefsController.h"
 #include "tasks/Action.h"
 #include "tasks/ActionManager.h"
 

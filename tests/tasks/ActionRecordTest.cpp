@@ -60,10 +60,12 @@ private slots:
     {
         QTest::addColumn<QString>("name");
         QTest::addColumn<QString>("expected");
-        QTest::newRow("totaltimeunits") << "totaltimeunits" << "Hours";
-        QTest::newRow("complete") << "complete" << "No";
-        const char *emptyNames[] = {"details", "enddate", "endtime", "startdate", "starttime",
-                                    "totalcharge", "totaltime", "title", "order", "rate"};
+        QTest::newRow("totaltimeunits") << "totaltimeunits"
+                                        << "Hours";
+        QTest::newRow("complete") << "complete"
+                                  << "No";
+        const char *emptyNames[] = {"details",     "enddate",   "endtime", "startdate", "starttime",
+                                    "totalcharge", "totaltime", "title",   "order",     "rate"};
         for (const char *name : emptyNames)
             QTest::newRow(name) << QString::fromLatin1(name) << "";
     }
@@ -78,22 +80,38 @@ private slots:
     {
         QTest::addColumn<QString>("name");
         QTest::addColumn<QString>("expected");
-        QTest::newRow("details") << "details" << "detailsword";
-        QTest::newRow("enddate") << "enddate" << "endDateword";
-        QTest::newRow("endtime") << "endtime" << "endTimeword";
-        QTest::newRow("startdate") << "startdate" << "startDateword";
-        QTest::newRow("starttime") << "starttime" << "startTimeword";
-        QTest::newRow("totalcharge") << "totalcharge" << "totalChargeword";
-        QTest::newRow("totaltime") << "totaltime" << "totalTimeword";
-        QTest::newRow("totaltimeunits") << "totaltimeunits" << "totalTimeUnitsword";
-        QTest::newRow("title") << "title" << "titleword";
-        QTest::newRow("complete") << "complete" << "Yes";
-        QTest::newRow("order answers nothing") << "order" << "";
-        QTest::newRow("rate not answered") << "rate" << "";
-        QTest::newRow("alarm not answered") << "alarm" << "";
-        QTest::newRow("alarmacknowledged not answered") << "alarmacknowledged" << "";
-        QTest::newRow("endDate wrong case") << "endDate" << "";
-        QTest::newRow("id not answered") << "id" << "";
+        QTest::newRow("details") << "details"
+                                 << "detailsword";
+        QTest::newRow("enddate") << "enddate"
+                                 << "endDateword";
+        QTest::newRow("endtime") << "endtime"
+                                 << "endTimeword";
+        QTest::newRow("startdate") << "startdate"
+                                   << "startDateword";
+        QTest::newRow("starttime") << "starttime"
+                                   << "startTimeword";
+        QTest::newRow("totalcharge") << "totalcharge"
+                                     << "totalChargeword";
+        QTest::newRow("totaltime") << "totaltime"
+                                   << "totalTimeword";
+        QTest::newRow("totaltimeunits") << "totaltimeunits"
+                                        << "totalTimeUnitsword";
+        QTest::newRow("title") << "title"
+                               << "titleword";
+        QTest::newRow("complete") << "complete"
+                                  << "Yes";
+        QTest::newRow("order answers nothing") << "order"
+                                               << "";
+        QTest::newRow("rate not answered") << "rate"
+                                           << "";
+        QTest::newRow("alarm not answered") << "alarm"
+                                            << "";
+        QTest::newRow("alarmacknowledged not answered") << "alarmacknowledged"
+                                                        << "";
+        QTest::newRow("endDate wrong case") << "endDate"
+                                            << "";
+        QTest::newRow("id not answered") << "id"
+                                         << "";
     }
     void shouldAnswerFieldsByName()
     {
@@ -109,25 +127,43 @@ private slots:
     void shouldSetTheNamedFieldInTheRightLetterCase_data()
     {
         QTest::addColumn<QString>("name");
-        QTest::addColumn<QString>("field");     // the field that changes; "" for none
-        QTest::newRow("details") << "details" << "details";
-        QTest::newRow("Details ignored") << "Details" << "";
-        QTest::newRow("enddate") << "enddate" << "endDate";
-        QTest::newRow("ENDDATE") << "ENDDATE" << "endDate";
-        QTest::newRow("startDate") << "startDate" << "startDate";
-        QTest::newRow("STARTDATE") << "STARTDATE" << "startDate";
-        QTest::newRow("endTime") << "endTime" << "endTime";
-        QTest::newRow("starttime") << "starttime" << "startTime";
-        QTest::newRow("TotalCharge") << "TotalCharge" << "totalCharge";
-        QTest::newRow("totalTime") << "totalTime" << "totalTime";
-        QTest::newRow("TOTALTIMEUNITS") << "TOTALTIMEUNITS" << "totalTimeUnits";
-        QTest::newRow("rate") << "rate" << "rate";
-        QTest::newRow("Rate ignored") << "Rate" << "";
-        QTest::newRow("title") << "title" << "title";
-        QTest::newRow("Title ignored") << "Title" << "";
-        QTest::newRow("alarm ignored") << "alarm" << "";
-        QTest::newRow("id ignored") << "id" << "";
-        QTest::newRow("end date with a space ignored") << "end date" << "";
+        QTest::addColumn<QString>("field");  // the field that changes; "" for none
+        QTest::newRow("details") << "details"
+                                 << "details";
+        QTest::newRow("Details ignored") << "Details"
+                                         << "";
+        QTest::newRow("enddate") << "enddate"
+                                 << "endDate";
+        QTest::newRow("ENDDATE") << "ENDDATE"
+                                 << "endDate";
+        QTest::newRow("startDate") << "startDate"
+                                   << "startDate";
+        QTest::newRow("STARTDATE") << "STARTDATE"
+                                   << "startDate";
+        QTest::newRow("endTime") << "endTime"
+                                 << "endTime";
+        QTest::newRow("starttime") << "starttime"
+                                   << "startTime";
+        QTest::newRow("TotalCharge") << "TotalCharge"
+                                     << "totalCharge";
+        QTest::newRow("totalTime") << "totalTime"
+                                   << "totalTime";
+        QTest::newRow("TOTALTIMEUNITS") << "TOTALTIMEUNITS"
+                                        << "totalTimeUnits";
+        QTest::newRow("rate") << "rate"
+                              << "rate";
+        QTest::newRow("Rate ignored") << "Rate"
+                                      << "";
+        QTest::newRow("title") << "title"
+                               << "title";
+        QTest::newRow("Title ignored") << "Title"
+                                       << "";
+        QTest::newRow("alarm ignored") << "alarm"
+                                       << "";
+        QTest::newRow("id ignored") << "id"
+                                    << "";
+        QTest::newRow("end date with a space ignored") << "end date"
+                                                       << "";
     }
     void shouldSetTheNamedFieldInTheRightLetterCase()
     {
@@ -144,10 +180,14 @@ private slots:
         QTest::addColumn<QString>("name");
         QTest::addColumn<QString>("value");
         QTest::addColumn<int>("order");
-        QTest::newRow("order") << "order" << "42" << 42;
-        QTest::newRow("order leading digits") << "order" << "12 jobs" << 12;
-        QTest::newRow("order no number") << "order" << "none" << 0;
-        QTest::newRow("Order ignored") << "Order" << "42" << 5;
+        QTest::newRow("order") << "order"
+                               << "42" << 42;
+        QTest::newRow("order leading digits") << "order"
+                                              << "12 jobs" << 12;
+        QTest::newRow("order no number") << "order"
+                                         << "none" << 0;
+        QTest::newRow("Order ignored") << "Order"
+                                       << "42" << 5;
     }
     void shouldSetTheOrderFromItsLeadingNumber()
     {
@@ -168,11 +208,16 @@ private slots:
         QTest::addColumn<QString>("value");
         QTest::addColumn<bool>("before");
         QTest::addColumn<bool>("after");
-        QTest::newRow("Yes") << "complete" << "Yes" << false << true;
-        QTest::newRow("YES") << "complete" << "YES" << true << false;
-        QTest::newRow("1") << "complete" << "1" << true << false;
-        QTest::newRow("No") << "complete" << "No" << true << false;
-        QTest::newRow("Complete ignored") << "Complete" << "Yes" << false << false;
+        QTest::newRow("Yes") << "complete"
+                             << "Yes" << false << true;
+        QTest::newRow("YES") << "complete"
+                             << "YES" << true << false;
+        QTest::newRow("1") << "complete"
+                           << "1" << true << false;
+        QTest::newRow("No") << "complete"
+                            << "No" << true << false;
+        QTest::newRow("Complete ignored") << "Complete"
+                                          << "Yes" << false << false;
     }
     void shouldTakeOnlyYesAsComplete()
     {

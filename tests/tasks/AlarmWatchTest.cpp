@@ -1,9 +1,9 @@
-#include "TestMain.h"
 #include "TestEnvironment.h"
+#include "TestMain.h"
 
-#include "store/PrefsController.h"
 #include "app/Quorvel.h"
 #include "platform/Alerts.h"
+#include "store/PrefsController.h"
 #include "tasks/Action.h"
 #include "tasks/ActionManager.h"
 #include "tasks/AlarmWatch.h"

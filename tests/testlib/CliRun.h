@@ -8,7 +8,8 @@
 
 namespace testlib {
 
-struct CliResult {
+struct CliResult
+{
     int code = -1;  // -1 when the program did not finish in time
     QByteArray out;
     QByteArray err;

@@ -15,8 +15,7 @@ FakeServices::FakeServices()
     : prefs(std::make_unique<PrefsController>()),
       database(std::make_unique<DatabaseBundle>(collections[0], collections[1], collections[2], collections[3],
                                                 collections[4], collections[5]))
-{
-}
+{ }
 
 FakeServices::~FakeServices() = default;
 

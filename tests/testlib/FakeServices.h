@@ -63,16 +63,16 @@ public:
     bool hasTime() const override { return time; }
     bool hasData() const override { return data; }
     bool hasAccounts() const override { return accounts; }
-    void requestOrderManagerResign() override {}
-    void requestCheckoutManagerResign() override {}
+    void requestOrderManagerResign() override { }
+    void requestCheckoutManagerResign() override { }
     bool isCheckout(const QObject *sender) const override;
-    void editContactForCurrentOrder() override {}
+    void editContactForCurrentOrder() override { }
     bool writeDatabase(const QObject *sender) override
     {
         writes << sender;
         return true;
     }
-    void setChangeFlag() override {}
+    void setChangeFlag() override { }
 
 private:
     std::unique_ptr<PrefsController> prefs;

@@ -14,8 +14,7 @@ namespace testlib {
 
 // The widget of that class and name inside the form; a warning names the
 // widget when there is none (the test then fails on the null pointer).
-template <class Widget>
-Widget *findNamed(const QWidget *form, const char *name)
+template <class Widget> Widget *findNamed(const QWidget *form, const char *name)
 {
     auto *widget = form ? form->findChild<Widget *>(QLatin1String(name)) : nullptr;
     if (!widget)
@@ -42,11 +41,7 @@ public:
     virtual ~FormDriver() = default;
     virtual QWidget *form() = 0;
 
-    template <class Widget>
-    Widget *find(const char *name)
-    {
-        return findNamed<Widget>(form(), name);
-    }
+    template <class Widget> Widget *find(const char *name) { return findNamed<Widget>(form(), name); }
     QString text(const char *field) { return find<QLineEdit>(field)->text(); }
     // Replaces the field's text by typing.
     void type(const char *field, const QString &value)

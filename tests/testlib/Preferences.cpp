@@ -1,7 +1,7 @@
 #include "Preferences.h"
 
-#include "store/PrefsController.h"
 #include "app/Quorvel.h"
+#include "store/PrefsController.h"
 
 #include <QDir>
 

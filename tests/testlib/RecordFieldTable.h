@@ -22,30 +22,27 @@
 namespace testlib {
 
 // A text field by its key, with the getter and the setter that reach it.
-template <class Record>
-struct TextField {
+template <class Record> struct TextField
+{
     const char *key;
     const QString &(Record::*get)() const;
     void (Record::*set)(const QString &);
 };
 
 // Any other field, read as text for a snapshot.
-template <class Record>
-struct ValueField {
+template <class Record> struct ValueField
+{
     const char *key;
     std::function<QString(const Record &)> read;
 };
 
-template <class Record>
-ValueField<Record> flagField(const char *key, bool (Record::*get)() const)
+template <class Record> ValueField<Record> flagField(const char *key, bool (Record::*get)() const)
 {
-    return {key, [get](const Record &record) {
-                return (record.*get)() ? QStringLiteral("true") : QStringLiteral("false");
-            }};
+    return {key,
+            [get](const Record &record) { return (record.*get)() ? QStringLiteral("true") : QStringLiteral("false"); }};
 }
 
-template <class Record>
-ValueField<Record> numberField(const char *key, int (Record::*get)() const)
+template <class Record> ValueField<Record> numberField(const char *key, int (Record::*get)() const)
 {
     return {key, [get](const Record &record) { return QString::number((record.*get)()); }};
 }
@@ -70,15 +67,14 @@ inline void expectAnswer(const dataObject &record, const QString &name, const QS
     QVERIFY(!answer.isNull());
 }
 
-template <class Record>
-class RecordFieldTable
+template <class Record> class RecordFieldTable
 {
 public:
     RecordFieldTable(std::initializer_list<TextField<Record>> texts,
                      std::initializer_list<ValueField<Record>> values = {})
-        : textFields(texts), valueFields(values)
-    {
-    }
+        : textFields(texts),
+          valueFields(values)
+    { }
 
     const std::vector<TextField<Record>> &texts() const { return textFields; }
 
@@ -137,8 +133,8 @@ public:
 
     // Setting the name to the value changes the field (a snapshot key) to
     // the expected text and nothing else; with no field, nothing changes.
-    void expectSetByNameChangesOnly(Record &record, const QString &name, const QString &value,
-                                    const QString &field, const QString &expected) const
+    void expectSetByNameChangesOnly(Record &record, const QString &name, const QString &value, const QString &field,
+                                    const QString &expected) const
     {
         QMap<QString, QString> wanted = snapshot(record);
         if (!field.isEmpty())

@@ -25,7 +25,9 @@ QString escaped(const QString &text)
 class LineCollector : public platform::plist::RecordVisitor
 {
 public:
-    explicit LineCollector(const RecordReader &recordReader) : reader(recordReader) {}
+    explicit LineCollector(const RecordReader &recordReader)
+        : reader(recordReader)
+    { }
     void restart() override { records.clear(); }
     void record(std::span<const Field> fields) override
     {
@@ -46,7 +48,9 @@ QString describe(const RecordReading &reading)
 {
     if (!reading.ok)
         return QStringLiteral("not read (%1)").arg(reading.reason);
-    return QStringLiteral("%1 record(s): %2").arg(reading.records.size()).arg(reading.records.join(QLatin1String(" / ")).left(400));
+    return QStringLiteral("%1 record(s): %2")
+        .arg(reading.records.size())
+        .arg(reading.records.join(QLatin1String(" / ")).left(400));
 }
 
 }  // namespace
@@ -79,7 +83,8 @@ QuickAndFull readQuickAndFull(QByteArrayView document, const QString &rootKey, c
 
 QString QuickAndFull::description() const
 {
-    return QStringLiteral("with the quick scanner: %1\nwith the full reader alone: %2").arg(describe(quick), describe(full));
+    return QStringLiteral("with the quick scanner: %1\nwith the full reader alone: %2")
+        .arg(describe(quick), describe(full));
 }
 
 }  // namespace testlib

@@ -15,7 +15,8 @@ namespace testlib {
 // records delivered, each as "key=value|key=value" with the keys by name
 // ("\", "|" and "=" in a key or value have a "\" before them).
 // A failed read keeps no records (they are void).
-struct RecordReading {
+struct RecordReading
+{
     bool ok = false;
     QString reason;
     QStringList records;
@@ -30,7 +31,8 @@ RecordReading readRecordLines(QByteArrayView document, const QString &rootKey, b
 
 // The document read with the quick scanner (the full reader behind it) and
 // with the full reader alone.
-struct QuickAndFull {
+struct QuickAndFull
+{
     RecordReading quick;
     RecordReading full;
 

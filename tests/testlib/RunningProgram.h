@@ -17,7 +17,8 @@
 
 namespace testlib {
 
-struct RunningProgram {
+struct RunningProgram
+{
     Quorvel quorvel;
     ApplicationWindows windows{quorvel};
 
@@ -32,8 +33,7 @@ struct RunningProgram {
         window()->activateWindow();
         QApplication::setActiveWindow(window());
     }
-    template <class Widget = QAction>
-    Widget *named(const QString &name) const
+    template <class Widget = QAction> Widget *named(const QString &name) const
     {
         return window()->findChild<Widget *>(name);
     }

@@ -33,8 +33,14 @@ TestEnvironment::TestEnvironment()
         return answer.isNull() ? std::nullopt : std::optional<QString>(answer);
     });
     platform::WorkspaceHandler workspace;
-    workspace.openUrl = [this](const QString &url) { urls.append(url); return true; };
-    workspace.openFile = [this](const QString &path) { files.append(path); return true; };
+    workspace.openUrl = [this](const QString &url) {
+        urls.append(url);
+        return true;
+    };
+    workspace.openFile = [this](const QString &path) {
+        files.append(path);
+        return true;
+    };
     workspace.pasteboardString = [this] { return pasteboard; };
     workspace.setPasteboardString = [this](const QString &text) { pasteboard = text; };
     previousWorkspace = platform::setWorkspaceHandler(workspace);
@@ -66,8 +72,14 @@ TestEnvironment &TestEnvironment::current()
     return *currentEnvironment;
 }
 
-QString TestEnvironment::supportDir() const { return dir.path() + QStringLiteral("/support"); }
-QString TestEnvironment::homeDir() const { return dir.path() + QStringLiteral("/home"); }
+QString TestEnvironment::supportDir() const
+{
+    return dir.path() + QStringLiteral("/support");
+}
+QString TestEnvironment::homeDir() const
+{
+    return dir.path() + QStringLiteral("/home");
+}
 
 QDateTime TestEnvironment::fixedNow()
 {

@@ -26,13 +26,17 @@ public:
 
     QString root() const { return dir.path(); }
     QString supportDir() const;  // the application-support folder in use
-    QString homeDir() const;     // the home folder in use
+    QString homeDir() const;  // the home folder in use
 
     // Alerts: each shown alert is recorded; answers are taken from the
     // script in order, and the default button (1) when the script is empty.
     void scriptAlertAnswers(const QList<int> &answers) { alertScript = answers; }
     const QList<platform::Alert> &alertsShown() const { return shown; }
-    void clearAlerts() { shown.clear(); alertScript.clear(); }
+    void clearAlerts()
+    {
+        shown.clear();
+        alertScript.clear();
+    }
 
     static QDateTime fixedNow();
 

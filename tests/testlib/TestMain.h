@@ -12,18 +12,19 @@
 
 namespace testlib {
 
-struct Registration {
+struct Registration
+{
     const char *name;
     std::function<QObject *()> make;
 };
 
 std::vector<Registration> &registry();
 
-struct Registrar {
+struct Registrar
+{
     Registrar(const char *name, std::function<QObject *()> make);
 };
 
 }  // namespace testlib
 
-#define QUORVEL_TEST(Class) \
-    static testlib::Registrar quorvelTestRegistrar_##Class(#Class, [] { return new Class; });
+#define QUORVEL_TEST(Class) static testlib::Registrar quorvelTestRegistrar_##Class(#Class, [] { return new Class; });

@@ -20,7 +20,8 @@ QVariant saveAndLoad(const QVariant &value, QByteArray &written, QString &fault)
     platform::plist::ReadStatus status;
     const QVariant loaded = platform::plist::readValue(written, &status);
     if (!status.ok())
-        fault = QStringLiteral("what was written cannot be read back: %1\n%2").arg(status.message(), QString::fromUtf8(written.left(4000)));
+        fault = QStringLiteral("what was written cannot be read back: %1\n%2")
+                    .arg(status.message(), QString::fromUtf8(written.left(4000)));
     return loaded;
 }
 

@@ -10,8 +10,8 @@
 using platform::localised;
 
 BillEditorWindow::BillEditorWindow(BillManager &bills, QWidget *parent)
-    : EditorDialog(QStringLiteral("billEditorWindow"), localised("Invoice"),
-                   [owner = &bills] { owner->cancel(); }, parent)
+    : EditorDialog(
+        QStringLiteral("billEditorWindow"), localised("Invoice"), [owner = &bills] { owner->cancel(); }, parent)
 {
     auto *layout = new QFormLayout;
     editor::Form form{layout};

@@ -1,7 +1,6 @@
 #include "app/widgets/ApplicationWindows.h"
 
 #include "accounts/widgets/BillEditorWindow.h"
-#include "store/PrefsController.h"
 #include "app/Quorvel.h"
 #include "app/widgets/MainWindow.h"
 #include "app/widgets/NotepadWindow.h"
@@ -13,15 +12,18 @@
 #include "contacts/widgets/ContactEditorWindow.h"
 #include "items/widgets/ItemEditorWindow.h"
 #include "orders/widgets/OrderEditorWindow.h"
+#include "store/PrefsController.h"
 #include "tasks/widgets/AlarmNotifier.h"
 #include "tasks/widgets/CompleteColumnToggle.h"
 #include "tasks/widgets/TaskEditorWindow.h"
 
 #include <QCoreApplication>
-#include <QThread>
 #include <QTableView>
+#include <QThread>
 
-ApplicationWindows::ApplicationWindows(Quorvel &controller, QObject *parent) : QObject(parent), quorvel(controller)
+ApplicationWindows::ApplicationWindows(Quorvel &controller, QObject *parent)
+    : QObject(parent),
+      quorvel(controller)
 {
     main = std::make_unique<MainWindow>(quorvel);
     PrefsController *preferences = quorvel.getPrefsController();
@@ -33,11 +35,11 @@ ApplicationWindows::ApplicationWindows(Quorvel &controller, QObject *parent) : Q
     itemEditor = std::make_unique<ItemEditorWindow>(*quorvel.getItemManager(), nullptr);
     taskEditor = std::make_unique<TaskEditorWindow>(*quorvel.getActionManager(), nullptr);
     billEditor = std::make_unique<BillEditorWindow>(*quorvel.getBillManager(), nullptr);
-    contactEditor =
-        std::make_unique<ContactEditorWindow>(*quorvel.getContactManager(), preferences->contactTabView, nullptr);
+    contactEditor
+        = std::make_unique<ContactEditorWindow>(*quorvel.getContactManager(), preferences->contactTabView, nullptr);
     companyEditor = std::make_unique<CompanyEditorWindow>(*quorvel.getCompanyEditor(), nullptr);
-    companyContactEditor = std::make_unique<CompanyContactEditorWindow>(
-        *quorvel.getCompanyContactEditor(), preferences->companyContactTabView, nullptr);
+    companyContactEditor = std::make_unique<CompanyContactEditorWindow>(*quorvel.getCompanyContactEditor(),
+                                                                        preferences->companyContactTabView, nullptr);
     alarmNotifier = std::make_unique<AlarmNotifier>(*quorvel.getActionManager());
     CompleteColumnToggle::install(main->findChild<QTableView *>(QStringLiteral("actionTableView")),
                                   *quorvel.getActionManager());

@@ -11,7 +11,8 @@
 using platform::localised;
 
 EditorDialog::EditorDialog(const QString &name, const QString &title, std::function<void()> cancel, QWidget *parent)
-    : QDialog(parent), cancelling(std::move(cancel))
+    : QDialog(parent),
+      cancelling(std::move(cancel))
 {
     setObjectName(name);
     setWindowTitle(title);

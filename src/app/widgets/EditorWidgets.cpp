@@ -129,7 +129,6 @@ void Form::withButton(const QString &label, QWidget *field, QPushButton *button)
         *tabChain << field << button;
 }
 
-
 QString firstLocalFile(const QMimeData *data)
 {
     if (!data || !data->hasUrls())

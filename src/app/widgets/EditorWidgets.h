@@ -45,7 +45,8 @@ QHBoxLayout *leftRow(std::initializer_list<QWidget *> widgets);
 // buddy, so a mnemonic in the label moves the focus there); an empty label
 // makes the field a further line of the row above. Every field added here
 // joins the tab chain, when the form has one.
-struct Form {
+struct Form
+{
     QFormLayout *layout;
     QList<QWidget *> *tabChain = nullptr;
     // Pop-ups as wide as this many characters; 0 leaves them as wide as

@@ -9,16 +9,16 @@
 #include <QToolButton>
 
 MainToolBar::MainToolBar(Quorvel &controller, QWidget *parent)
-    : MainToolBar([&controller] { return controller.toolbarDefaultItemIdentifiers(Quorvel::toolbarIdentifier()); },
-                  [&controller](const QString &identifier) {
-                      return controller.toolbarItemForItemIdentifier(identifier);
-                  },
-                  parent)
-{
-}
+    : MainToolBar(
+        [&controller] { return controller.toolbarDefaultItemIdentifiers(Quorvel::toolbarIdentifier()); },
+        [&controller](const QString &identifier) { return controller.toolbarItemForItemIdentifier(identifier); },
+        parent)
+{ }
 
 MainToolBar::MainToolBar(IdentifierList identifierList, ItemLookup itemLookup, QWidget *parent)
-    : QToolBar(parent), identifiers(std::move(identifierList)), itemFor(std::move(itemLookup))
+    : QToolBar(parent),
+      identifiers(std::move(identifierList)),
+      itemFor(std::move(itemLookup))
 {
     platform::initResources();
     setObjectName(QStringLiteral("quorvelLiteMainToolBar"));

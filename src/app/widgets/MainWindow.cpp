@@ -1,7 +1,6 @@
 #include "app/widgets/MainWindow.h"
 
 #include "accounts/BillManager.h"
-#include "store/PrefsController.h"
 #include "app/Quorvel.h"
 #include "app/kdKeyResponder.h"
 #include "app/widgets/MainToolBar.h"
@@ -16,6 +15,7 @@
 #include "platform/Localised.h"
 #include "reports/ReportManager.h"
 #include "store/DeletionHistory.h"
+#include "store/PrefsController.h"
 #include "store/kdToolBox.h"
 #include "tasks/ActionManager.h"
 
@@ -37,7 +37,9 @@ namespace {
 const char *const identifierProperty = "tabIdentifier";
 }
 
-MainWindow::MainWindow(Quorvel &controller, QWidget *parent) : QMainWindow(parent), quorvel(controller)
+MainWindow::MainWindow(Quorvel &controller, QWidget *parent)
+    : QMainWindow(parent),
+      quorvel(controller)
 {
     setObjectName(QStringLiteral("mainWindow"));
     setWindowIcon(QIcon(QStringLiteral(":/core/icons/quorvel.svg")));
@@ -135,8 +137,7 @@ QWidget *MainWindow::makePage(const QString &identifier)
     return page;
 }
 
-integrityTableView *MainWindow::addList(QVBoxLayout *layout, const QString &name, TableView *table,
-                                        kdDataSource *owner)
+integrityTableView *MainWindow::addList(QVBoxLayout *layout, const QString &name, TableView *table, kdDataSource *owner)
 {
     auto *view = new integrityTableView;
     view->setObjectName(name);
@@ -174,15 +175,15 @@ QComboBox *MainWindow::addFilter(QLayout *layout, const QString &name, PopUp *po
 
 void MainWindow::buildMenus()
 {
-    auto addAction = [this](QMenu *menu, const QString &name, const QString &text, const QKeySequence &keys,
-                            auto slot) {
-        QAction *action = menu->addAction(text);
-        action->setObjectName(name);
-        if (!keys.isEmpty())
-            action->setShortcut(keys);
-        connect(action, &QAction::triggered, this, slot);
-        return action;
-    };
+    auto addAction
+        = [this](QMenu *menu, const QString &name, const QString &text, const QKeySequence &keys, auto slot) {
+              QAction *action = menu->addAction(text);
+              action->setObjectName(name);
+              if (!keys.isEmpty())
+                  action->setShortcut(keys);
+              connect(action, &QAction::triggered, this, slot);
+              return action;
+          };
     Quorvel *q = &quorvel;
 
     QMenu *file = menuBar()->addMenu(localised("&File"));
@@ -225,8 +226,9 @@ void MainWindow::buildMenus()
     const auto showNextUndo = [undo, history] {
         const QString what = history->nextUndo();
         undo->setEnabled(!what.isEmpty());
-        undo->setText(what.isEmpty() ? localised("Undo Delete")
-                                     : kdToolBox::replaceSubstring(QStringLiteral("%@"), what, localised("Undo Delete %@")));
+        undo->setText(what.isEmpty()
+                          ? localised("Undo Delete")
+                          : kdToolBox::replaceSubstring(QStringLiteral("%@"), what, localised("Undo Delete %@")));
     };
     connect(history, &DeletionHistory::changed, undo, showNextUndo);
     showNextUndo();

@@ -11,7 +11,8 @@ namespace {
 const QString geometryKey = QStringLiteral("QuorvelNotepadWindowGeometry");
 }
 
-NotepadWindow::NotepadWindow(Window *notePad, TextView *notepadView, QWidget *parent) : QWidget(parent, Qt::Window)
+NotepadWindow::NotepadWindow(Window *notePad, TextView *notepadView, QWidget *parent)
+    : QWidget(parent, Qt::Window)
 {
     setObjectName(QStringLiteral("notePad"));
     setWindowTitle(platform::localised("Notepad"));

@@ -75,10 +75,12 @@ Outlet *registeredOutlet(const QObject *object)
 class Link : public QObject
 {
 public:
-    Link(Outlet *outlet, QObject *target) : QObject(target), source(outlet) {}
+    Link(Outlet *outlet, QObject *target)
+        : QObject(target),
+          source(outlet)
+    { }
 
-    template <class Change>
-    void apply(Change &&change)
+    template <class Change> void apply(Change &&change)
     {
         const bool outer = applying;
         applying = true;
@@ -187,8 +189,7 @@ void showFormatter(const TextField *outlet, QLineEdit *widget)
 }
 
 // Sets the widget from the outlet now and whenever the program changes it.
-template <class Show>
-void follow(Link *link, Outlet *outlet, Show show)
+template <class Show> void follow(Link *link, Outlet *outlet, Show show)
 {
     const auto update = [link, show] { link->apply(show); };
     QObject::connect(outlet, &Outlet::changed, link, update);
@@ -359,8 +360,8 @@ int widthToShow(const QLineEdit *widget, const QString &text)
     QStyleOptionFrame option;
     option.initFrom(widget);
     option.rect = widget->rect();
-    option.lineWidth =
-        widget->hasFrame() ? widget->style()->pixelMetric(QStyle::PM_DefaultFrameWidth, &option, widget) : 0;
+    option.lineWidth
+        = widget->hasFrame() ? widget->style()->pixelMetric(QStyle::PM_DefaultFrameWidth, &option, widget) : 0;
     option.midLineWidth = 0;
     option.state |= QStyle::State_Sunken;
     option.features = QStyleOptionFrame::None;
@@ -416,9 +417,8 @@ void bind(TextView *outlet, QTextEdit *widget)
             outlet->setString(widget->toPlainText());
         *ok = loaded;
     });
-    QObject::connect(outlet, &TextView::writeRequested, link, [widget](const QString &path, bool *ok) {
-        *ok = RichTextFile::save(path, *widget->document());
-    });
+    QObject::connect(outlet, &TextView::writeRequested, link,
+                     [widget](const QString &path, bool *ok) { *ok = RichTextFile::save(path, *widget->document()); });
 }
 
 void bind(PopUp *outlet, QComboBox *widget)
@@ -540,8 +540,8 @@ void bind(ColorWell *outlet, QAbstractButton *widget)
                                                      QColorDialog::ShowAlphaChannel);
         if (!chosen.isValid() || !link->fromUser())
             return;
-        outlet->userSetColor(RgbaColour{float(chosen.redF()), float(chosen.greenF()), float(chosen.blueF()),
-                                        float(chosen.alphaF())});
+        outlet->userSetColor(
+            RgbaColour{float(chosen.redF()), float(chosen.greenF()), float(chosen.blueF()), float(chosen.alphaF())});
         showSwatch(outlet, widget);
     });
 }
@@ -550,7 +550,8 @@ void bind(TabView *outlet, QTabWidget *widget)
 {
     // Every page the widget has had, so that a tab removed by the program can
     // come back when the program sets its tabs again.
-    struct Page {
+    struct Page
+    {
         QPointer<QWidget> page;
         QString identifier;
         QString label;
@@ -670,44 +671,42 @@ void bind(TableView *outlet, QTableView *widget)
         for (int column = 0; column < widget->horizontalHeader()->count(); ++column)
             widths->append(widget->columnWidth(column));
     });
-    QObject::connect(model, &QAbstractItemModel::modelReset, link,
-                     [table = QPointer<TableView>(outlet), widget, model, widths, showColumns, showSortIndicator,
-                      showSelection] {
-                         if (!table)
-                             return;  // the outlet is going: the model is empty now
-                         if (widths->size() == model->columnCount()) {
-                             for (int column = 0; column < widths->size(); ++column)
-                                 widget->setColumnWidth(column, widths->at(column));
-                         } else {
-                             showColumns();
-                         }
-                         showSortIndicator();
-                         if (table->selectedRow() >= model->rowCount())
-                             table->selectRow(-1);  // the row is gone
-                         else
-                             showSelection(table->selectedRow());
-                     });
+    QObject::connect(
+        model, &QAbstractItemModel::modelReset, link,
+        [table = QPointer<TableView>(outlet), widget, model, widths, showColumns, showSortIndicator, showSelection] {
+            if (!table)
+                return;  // the outlet is going: the model is empty now
+            if (widths->size() == model->columnCount()) {
+                for (int column = 0; column < widths->size(); ++column)
+                    widget->setColumnWidth(column, widths->at(column));
+            } else {
+                showColumns();
+            }
+            showSortIndicator();
+            if (table->selectedRow() >= model->rowCount())
+                table->selectRow(-1);  // the row is gone
+            else
+                showSelection(table->selectedRow());
+        });
     QObject::connect(outlet, &TableView::columnsChanged, link, [showColumns, showSortIndicator] {
         showColumns();
         showSortIndicator();
     });
     QObject::connect(outlet, &TableView::selectionChanged, link, showSelection);
 
-    QObject::connect(widget->selectionModel(), &QItemSelectionModel::selectionChanged, link,
-                     [link, outlet, widget] {
-                         if (!link->fromUser())
-                             return;
-                         const QModelIndexList rows = widget->selectionModel()->selectedRows();
-                         outlet->userSelectRow(rows.isEmpty() ? -1 : rows.first().row());
-                     });
-    QObject::connect(header, &QHeaderView::sectionClicked, link,
-                     [link, outlet, model, showSortIndicator](int column) {
-                         if (!link->fromUser() || column < 0 || column >= model->columnCount())
-                             return;
-                         outlet->userClickColumn(model->columnIdentifier(column));
-                         if (link->fromUser())
-                             showSortIndicator();
-                     });
+    QObject::connect(widget->selectionModel(), &QItemSelectionModel::selectionChanged, link, [link, outlet, widget] {
+        if (!link->fromUser())
+            return;
+        const QModelIndexList rows = widget->selectionModel()->selectedRows();
+        outlet->userSelectRow(rows.isEmpty() ? -1 : rows.first().row());
+    });
+    QObject::connect(header, &QHeaderView::sectionClicked, link, [link, outlet, model, showSortIndicator](int column) {
+        if (!link->fromUser() || column < 0 || column >= model->columnCount())
+            return;
+        outlet->userClickColumn(model->columnIdentifier(column));
+        if (link->fromUser())
+            showSortIndicator();
+    });
     QObject::connect(widget, &QAbstractItemView::doubleClicked, link, [link, outlet](const QModelIndex &index) {
         if (link->fromUser() && index.isValid())
             outlet->userDoubleClick(index.row());
@@ -784,7 +783,8 @@ void bind(Window *outlet, QWidget *widget)
     // Modal runs. A dialog is exec'ed; another widget runs a local loop
     // that ends when it is hidden (by the user or the program) or when
     // stopModal is asked.
-    struct ModalRun {
+    struct ModalRun
+    {
         bool running = false;
         QPointer<QEventLoop> loop;
         int code = 0;

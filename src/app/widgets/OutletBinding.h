@@ -45,7 +45,7 @@ namespace binding {
 // format as a hint; a money field is right-aligned and wide enough to show
 // 1,000,000.00.
 void bind(TextField *outlet, QLineEdit *widget);
-void bind(TextField *outlet, QLabel *widget);      // shown only
+void bind(TextField *outlet, QLabel *widget);  // shown only
 void bind(TextView *outlet, QPlainTextEdit *widget);
 // Plain text both ways; the rich-text package requests of the outlet are
 // answered by reading or writing the widget's document.

@@ -1,10 +1,10 @@
 #include "app/widgets/PickerWindow.h"
 
-#include "store/Picker.h"
 #include "app/widgets/OutletBinding.h"
 #include "app/widgets/WindowPlacement.h"
 #include "app/widgets/integrityTableView.h"
 #include "platform/Localised.h"
+#include "store/Picker.h"
 
 #include <QCoreApplication>
 #include <QHBoxLayout>
@@ -16,7 +16,9 @@
 
 using platform::localised;
 
-PickerWindow::PickerWindow(Picker &picker, QWidget *parent) : QDialog(parent), owner(picker)
+PickerWindow::PickerWindow(Picker &picker, QWidget *parent)
+    : QDialog(parent),
+      owner(picker)
 {
     setObjectName(QStringLiteral("pickerWindow"));
     setWindowTitle(localised("Select"));

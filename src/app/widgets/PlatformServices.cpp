@@ -28,11 +28,10 @@ int showAlert(const platform::Alert &alert)
     box.setIcon(QMessageBox::Information);
     const QString defaultTitle = alert.defaultButton.isEmpty() ? platform::localised("OK") : alert.defaultButton;
     QPushButton *defaultButton = box.addButton(defaultTitle, QMessageBox::AcceptRole);
-    QPushButton *alternate = alert.alternateButton.isEmpty()
-                                 ? nullptr
-                                 : box.addButton(alert.alternateButton, QMessageBox::RejectRole);
-    QPushButton *other = alert.otherButton.isEmpty() ? nullptr
-                                                     : box.addButton(alert.otherButton, QMessageBox::DestructiveRole);
+    QPushButton *alternate
+        = alert.alternateButton.isEmpty() ? nullptr : box.addButton(alert.alternateButton, QMessageBox::RejectRole);
+    QPushButton *other
+        = alert.otherButton.isEmpty() ? nullptr : box.addButton(alert.otherButton, QMessageBox::DestructiveRole);
     box.setDefaultButton(defaultButton);
     box.setEscapeButton(alternate ? alternate : defaultButton);
     box.exec();

@@ -1,10 +1,10 @@
 #include "app/widgets/PrefsWindow.h"
 
-#include "store/PrefsController.h"
 #include "app/widgets/EditorWidgets.h"
 #include "app/widgets/OutletBinding.h"
 #include "app/widgets/WindowPlacement.h"
 #include "platform/Localised.h"
+#include "store/PrefsController.h"
 
 #include <QButtonGroup>
 #include <QCheckBox>
@@ -20,9 +20,9 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 
-using platform::localised;
-using editor::lineEdit;
 using editor::labelFor;
+using editor::lineEdit;
+using platform::localised;
 
 namespace {
 const char *const identifierProperty = "tabIdentifier";
@@ -37,7 +37,9 @@ QWidget *page(const QString &identifier)
 
 }  // namespace
 
-PrefsWindow::PrefsWindow(PrefsController &controller, QWidget *parent) : QDialog(parent), prefs(controller)
+PrefsWindow::PrefsWindow(PrefsController &controller, QWidget *parent)
+    : QDialog(parent),
+      prefs(controller)
 {
     setObjectName(QStringLiteral("prefsWindow"));
     setWindowTitle(localised("Preferences"));

@@ -2,7 +2,9 @@
 
 #include "store/TableDataSource.h"
 
-TableModel::TableModel(TableView *outlet, QObject *parent) : QAbstractTableModel(parent), table(outlet)
+TableModel::TableModel(TableView *outlet, QObject *parent)
+    : QAbstractTableModel(parent),
+      table(outlet)
 {
     takeShape();
     if (outlet) {

@@ -1,8 +1,8 @@
 #include "app/widgets/WelcomePanel.h"
 
-#include "store/PrefsController.h"
 #include "app/widgets/OutletBinding.h"
 #include "platform/Localised.h"
+#include "store/PrefsController.h"
 
 #include <QCheckBox>
 #include <QDialogButtonBox>
@@ -12,7 +12,8 @@
 
 using platform::localised;
 
-WelcomePanel::WelcomePanel(PrefsController &controller, QWidget *parent) : QDialog(parent)
+WelcomePanel::WelcomePanel(PrefsController &controller, QWidget *parent)
+    : QDialog(parent)
 {
     setObjectName(QStringLiteral("welcomePanel"));
     setWindowTitle(localised("Welcome to Quorvel"));

@@ -14,7 +14,10 @@ namespace {
 class Saver : public QObject
 {
 public:
-    Saver(QWidget *window, const QString &key) : QObject(window), settingsKey(key) {}
+    Saver(QWidget *window, const QString &key)
+        : QObject(window),
+          settingsKey(key)
+    { }
 
     bool eventFilter(QObject *watched, QEvent *event) override
     {

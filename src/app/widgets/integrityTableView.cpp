@@ -67,7 +67,10 @@ unsigned deleteCharacter(const QKeyEvent *event)
 class StatusRowDelegate : public QStyledItemDelegate
 {
 public:
-    explicit StatusRowDelegate(integrityTableView *view) : QStyledItemDelegate(view), table(view) {}
+    explicit StatusRowDelegate(integrityTableView *view)
+        : QStyledItemDelegate(view),
+          table(view)
+    { }
 
 protected:
     void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
@@ -81,7 +84,8 @@ private:
     integrityTableView *table;
 };
 
-integrityTableView::integrityTableView(QWidget *parent) : QTableView(parent)
+integrityTableView::integrityTableView(QWidget *parent)
+    : QTableView(parent)
 {
     setItemDelegate(new StatusRowDelegate(this));
     setSelectionBehavior(QAbstractItemView::SelectRows);

@@ -8,8 +8,8 @@
 
 #include <QComboBox>
 #include <QFormLayout>
-#include <QLineEdit>
 #include <QHBoxLayout>
+#include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -18,8 +18,9 @@ using platform::localised;
 
 CompanyContactEditorWindow::CompanyContactEditorWindow(CompanyContactEditor &editor, TabView *tabsOutlet,
                                                        QWidget *parent)
-    : EditorDialog(QStringLiteral("companyContactEditorWindow"), localised("Company Contact"),
-                   [owner = &editor] { owner->cancel(); }, parent),
+    : EditorDialog(
+        QStringLiteral("companyContactEditorWindow"), localised("Company Contact"),
+        [owner = &editor] { owner->cancel(); }, parent),
       people(editor)
 {
     QWidget *details = makeDetails();

@@ -7,17 +7,17 @@
 #include "platform/Localised.h"
 
 #include <QFormLayout>
-#include <QLineEdit>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
 
 using platform::localised;
 
 CompanyEditorWindow::CompanyEditorWindow(CompanyEditor &editor, QWidget *parent)
-    : EditorDialog(QStringLiteral("companyEditorWindow"), localised("Company"),
-                   [owner = &editor] { owner->cancel(); }, parent),
+    : EditorDialog(
+        QStringLiteral("companyEditorWindow"), localised("Company"), [owner = &editor] { owner->cancel(); }, parent),
       companies(editor)
 {
     auto *columns = new QHBoxLayout;

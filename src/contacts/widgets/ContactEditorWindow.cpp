@@ -6,18 +6,18 @@
 #include "platform/Localised.h"
 
 #include <QFormLayout>
-#include <QLineEdit>
 #include <QHBoxLayout>
+#include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
 
-using platform::localised;
 using editor::pushButton;
+using platform::localised;
 
 ContactEditorWindow::ContactEditorWindow(ContactManager &manager, TabView *tabsOutlet, QWidget *parent)
-    : EditorDialog(QStringLiteral("contactEditorWindow"), localised("Contact"),
-                   [owner = &manager] { owner->cancel(); }, parent),
+    : EditorDialog(
+        QStringLiteral("contactEditorWindow"), localised("Contact"), [owner = &manager] { owner->cancel(); }, parent),
       contacts(manager)
 {
     auto *details = new QWidget;
@@ -33,9 +33,10 @@ ContactEditorWindow::ContactEditorWindow(ContactManager &manager, TabView *tabsO
     form.field(contacts.phone, QStringLiteral("phone"), localised("Phone:"));
     form.field(contacts.mobile, QStringLiteral("mobile"), localised("Mobile:"));
     form.field(contacts.fax, QStringLiteral("fax"), localised("Fax:"));
-    layout->addRow(localised("E-mail:"), editor::row({editor::lineEdit(contacts.email, QStringLiteral("email")),
-                                                      editor::emailButton([this] { contacts.sendEmail(); })},
-                                                     1));
+    layout->addRow(localised("E-mail:"),
+                   editor::row({editor::lineEdit(contacts.email, QStringLiteral("email")),
+                                editor::emailButton([this] { contacts.sendEmail(); })},
+                               1));
     form.popUp(contacts.type, QStringLiteral("type"), localised("Type"));
 
     auto *tabs = new ContactTabView(details, editor::notes(contacts.comments, QStringLiteral("comments")),

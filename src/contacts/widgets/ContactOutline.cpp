@@ -26,7 +26,9 @@ class OutlineDelegate : public QAbstractItemDelegate
 {
 public:
     OutlineDelegate(QAbstractItemDelegate *inner, ContactOutline *owner, QObject *parent)
-        : QAbstractItemDelegate(parent), base(inner), outline(owner)
+        : QAbstractItemDelegate(parent),
+          base(inner),
+          outline(owner)
     {
         connect(base, &QAbstractItemDelegate::commitData, this, &QAbstractItemDelegate::commitData);
         connect(base, &QAbstractItemDelegate::closeEditor, this, &QAbstractItemDelegate::closeEditor);
@@ -61,19 +63,12 @@ public:
         return base->sizeHint(option, index) + QSize(indentation(index), 0);
     }
 
-    QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &option,
-                          const QModelIndex &index) const override
+    QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &option, const QModelIndex &index) const override
     {
         return base->createEditor(parent, moved(option, indentation(index)), index);
     }
-    void destroyEditor(QWidget *editor, const QModelIndex &index) const override
-    {
-        base->destroyEditor(editor, index);
-    }
-    void setEditorData(QWidget *editor, const QModelIndex &index) const override
-    {
-        base->setEditorData(editor, index);
-    }
+    void destroyEditor(QWidget *editor, const QModelIndex &index) const override { base->destroyEditor(editor, index); }
+    void setEditorData(QWidget *editor, const QModelIndex &index) const override { base->setEditorData(editor, index); }
     void setModelData(QWidget *editor, QAbstractItemModel *model, const QModelIndex &index) const override
     {
         base->setModelData(editor, model, index);
@@ -97,8 +92,7 @@ public:
 private:
     int indentation(const QModelIndex &index) const
     {
-        return index.isValid() && index.column() == outline->nameColumn() ? outline->indentationOfRow(index.row())
-                                                                          : 0;
+        return index.isValid() && index.column() == outline->nameColumn() ? outline->indentationOfRow(index.row()) : 0;
     }
 
     static QStyleOptionViewItem moved(const QStyleOptionViewItem &option, int indent)
@@ -113,8 +107,8 @@ private:
     static void drawTriangle(QPainter *painter, const QRect &box, const QStyleOptionViewItem &option, bool open)
     {
         const QPalette::ColorGroup group = !(option.state & QStyle::State_Enabled) ? QPalette::Disabled
-                                           : (option.state & QStyle::State_Active) ? QPalette::Active
-                                                                                    : QPalette::Inactive;
+            : (option.state & QStyle::State_Active)                                ? QPalette::Active
+                                                                                   : QPalette::Inactive;
         const QColor colour = option.palette.color(
             group, (option.state & QStyle::State_Selected) ? QPalette::HighlightedText : QPalette::Text);
         const qreal half = qMax(2.0, qMin(box.width(), box.height()) / 5.0);
@@ -153,7 +147,9 @@ ContactOutline *ContactOutline::install(QTableView *view, ContactManager *manage
 }
 
 ContactOutline::ContactOutline(QTableView *tableView, ContactManager *contacts)
-    : QObject(tableView), view(tableView), manager(contacts)
+    : QObject(tableView),
+      view(tableView),
+      manager(contacts)
 {
     view->setItemDelegate(new OutlineDelegate(view->itemDelegate(), this, this));
     view->installEventFilter(this);

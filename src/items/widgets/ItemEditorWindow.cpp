@@ -22,8 +22,8 @@
 #include <QUrl>
 #include <QVBoxLayout>
 
-using platform::localised;
 using editor::pushButton;
+using platform::localised;
 
 namespace {
 
@@ -32,8 +32,8 @@ constexpr int wellSide = 160;
 }  // namespace
 
 ItemEditorWindow::ItemEditorWindow(ItemManager &manager, QWidget *parent)
-    : EditorDialog(QStringLiteral("itemEditorWindow"), localised("Item"),
-                   [owner = &manager] { owner->cancel(); }, parent),
+    : EditorDialog(
+        QStringLiteral("itemEditorWindow"), localised("Item"), [owner = &manager] { owner->cancel(); }, parent),
       items(manager)
 {
     auto *columns = new QHBoxLayout;
@@ -109,10 +109,10 @@ QWidget *ItemEditorWindow::makePictureGroup()
     well->setAccessibleName(localised("Picture"));
     well->installEventFilter(this);
 
-    QPushButton *choose =
-        pushButton(localised("Choose Picture..."), QStringLiteral("chooseImageButton"), [this] { choosePicture(); });
-    QPushButton *remove =
-        pushButton(localised("Remove Picture"), QStringLiteral("deleteImageButton"), [this] { items.deleteImage(); });
+    QPushButton *choose
+        = pushButton(localised("Choose Picture..."), QStringLiteral("chooseImageButton"), [this] { choosePicture(); });
+    QPushButton *remove
+        = pushButton(localised("Remove Picture"), QStringLiteral("deleteImageButton"), [this] { items.deleteImage(); });
     tabChain << well << choose << remove;
 
     auto *layout = new QVBoxLayout(group);
@@ -130,8 +130,8 @@ void ItemEditorWindow::showPicture()
         well->clear();
         return;
     }
-    well->setPixmap(QPixmap::fromImage(
-        picture.scaled(wellSide, wellSide, Qt::KeepAspectRatio, Qt::SmoothTransformation)));
+    well->setPixmap(
+        QPixmap::fromImage(picture.scaled(wellSide, wellSide, Qt::KeepAspectRatio, Qt::SmoothTransformation)));
 }
 
 bool ItemEditorWindow::takePictureFrom(const QString &path)

@@ -22,7 +22,9 @@ constexpr int imageSide = 48;
 }  // namespace
 
 MyImageView::MyImageView(OrderManager &manager, QWidget *parent)
-    : QLabel(parent), orderManager(manager), outlet(manager.myImageView)
+    : QLabel(parent),
+      orderManager(manager),
+      outlet(manager.myImageView)
 {
     setObjectName(QStringLiteral("myImageView"));
     setAcceptDrops(true);

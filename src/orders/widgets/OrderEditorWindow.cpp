@@ -1,6 +1,5 @@
 #include "orders/widgets/OrderEditorWindow.h"
 
-#include "store/PrefsController.h"
 #include "app/Quorvel.h"
 #include "app/kdKeyResponder.h"
 #include "app/widgets/EditorWidgets.h"
@@ -10,6 +9,7 @@
 #include "orders/OrderManager.h"
 #include "orders/widgets/MyImageView.h"
 #include "platform/Localised.h"
+#include "store/PrefsController.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -25,11 +25,11 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 
-using platform::localised;
 using editor::labelFor;
 using editor::leftRow;
 using editor::pushButton;
 using editor::row;
+using platform::localised;
 
 namespace {
 
@@ -48,9 +48,10 @@ QLabel *detail(TextField *outlet, const QString &name)
 }  // namespace
 
 OrderEditorWindow::OrderEditorWindow(OrderManager &manager, QWidget *parent)
-    : EditorDialog(QStringLiteral("orderEditorWindow"), localised("Order"),
-                   [owner = &manager] { owner->cancel(); }, parent),
-      orders(manager), materialsKeys(std::make_unique<kdKeyResponder>())
+    : EditorDialog(
+        QStringLiteral("orderEditorWindow"), localised("Order"), [owner = &manager] { owner->cancel(); }, parent),
+      orders(manager),
+      materialsKeys(std::make_unique<kdKeyResponder>())
 {
     // The buttons the manager holds outlets for (Calculate, View, Edit
     // Contact) are answered by the manager itself; the others call it here.
@@ -104,8 +105,8 @@ QGroupBox *OrderEditorWindow::makeContactGroup()
 
     QPushButton *choose = pushButton(localised("Choose Contact..."), QStringLiteral("pickContactButton"),
                                      [this] { orders.pickContact(); });
-    QPushButton *create =
-        pushButton(localised("New Contact"), QStringLiteral("createContactButton"), [this] { orders.createContact(); });
+    QPushButton *create = pushButton(localised("New Contact"), QStringLiteral("createContactButton"),
+                                     [this] { orders.createContact(); });
     QPushButton *editing = pushButton(localised("Edit Contact"), QStringLiteral("editContactButton"));
     binding::bind(orders.editContactButton, editing);
     QPushButton *copy = editor::copyAddressButton([this] { orders.copyContact(); });
@@ -146,8 +147,8 @@ QGroupBox *OrderEditorWindow::makeMoneyGroup()
     form->addRow(labelFor(localised("&Value:"), value), row({value, total}));
 
     QLineEdit *shipping = field(orders.shipping, QStringLiteral("shipping"));
-    QPushButton *shippingTotal =
-        pushButton(localised("Use Materials Shipping"), QStringLiteral("insertBOMShippingButton"));
+    QPushButton *shippingTotal
+        = pushButton(localised("Use Materials Shipping"), QStringLiteral("insertBOMShippingButton"));
     connect(shippingTotal, &QPushButton::clicked, &orders, &OrderManager::insertBOMShipping);
     tabChain << shippingTotal;
     form->addRow(labelFor(localised("S&hipping:"), shipping), row({shipping, shippingTotal}));

@@ -1,6 +1,8 @@
 #include "platform/outlets/Button.h"
 
-Button::Button(QObject *parent) : Outlet(parent) {}
+Button::Button(QObject *parent)
+    : Outlet(parent)
+{ }
 
 void Button::setTitle(const QString &text)
 {

@@ -1,6 +1,8 @@
 #include "platform/outlets/CheckBox.h"
 
-CheckBox::CheckBox(QObject *parent) : Outlet(parent) {}
+CheckBox::CheckBox(QObject *parent)
+    : Outlet(parent)
+{ }
 
 void CheckBox::setState(bool newState)
 {

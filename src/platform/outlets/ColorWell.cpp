@@ -1,6 +1,8 @@
 #include "platform/outlets/ColorWell.h"
 
-ColorWell::ColorWell(QObject *parent) : Outlet(parent) {}
+ColorWell::ColorWell(QObject *parent)
+    : Outlet(parent)
+{ }
 
 void ColorWell::setColor(const RgbaColour &newColour)
 {

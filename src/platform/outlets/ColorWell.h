@@ -3,7 +3,8 @@
 // between 0 and 1.
 #include "platform/outlets/Outlet.h"
 
-struct RgbaColour {
+struct RgbaColour
+{
     float red = 1;
     float green = 1;
     float blue = 1;

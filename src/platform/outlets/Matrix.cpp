@@ -1,6 +1,9 @@
 #include "platform/outlets/Matrix.h"
 
-Matrix::Matrix(const QStringList &cellTitles, QObject *parent) : Outlet(parent), cells(cellTitles) {}
+Matrix::Matrix(const QStringList &cellTitles, QObject *parent)
+    : Outlet(parent),
+      cells(cellTitles)
+{ }
 
 void Matrix::selectCellAtColumn(int column)
 {

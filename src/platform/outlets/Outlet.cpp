@@ -1,6 +1,8 @@
 #include "platform/outlets/Outlet.h"
 
-Outlet::Outlet(QObject *parent) : QObject(parent) {}
+Outlet::Outlet(QObject *parent)
+    : QObject(parent)
+{ }
 
 void Outlet::setEnabled(bool on)
 {

@@ -1,6 +1,8 @@
 #include "platform/outlets/PopUp.h"
 
-PopUp::PopUp(QObject *parent) : Outlet(parent) {}
+PopUp::PopUp(QObject *parent)
+    : Outlet(parent)
+{ }
 
 void PopUp::addItem(const QString &title)
 {

@@ -18,10 +18,10 @@ public:
     QString itemTitleAt(int index) const;
     int indexOfItemWithTitle(const QString &title) const;
 
-    int indexOfSelectedItem() const { return selected; }   // -1 when none
+    int indexOfSelectedItem() const { return selected; }  // -1 when none
     // The selected item's title; a null text when nothing is selected.
     QString titleOfSelectedItem() const;
-    void selectItemAtIndex(int index);       // out of range selects nothing
+    void selectItemAtIndex(int index);  // out of range selects nothing
     void selectItemWithTitle(const QString &title);
 
     // From the widget: the user chose an item (activated() follows).

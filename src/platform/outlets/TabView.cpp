@@ -1,6 +1,8 @@
 #include "platform/outlets/TabView.h"
 
-TabView::TabView(QObject *parent) : Outlet(parent) {}
+TabView::TabView(QObject *parent)
+    : Outlet(parent)
+{ }
 
 void TabView::setTabs(const QStringList &identifiers, const QStringList &newLabels)
 {

@@ -6,7 +6,9 @@
 #include "platform/Numbers.h"
 #include "platform/StringTable.h"
 
-TextField::TextField(QObject *parent) : Outlet(parent) {}
+TextField::TextField(QObject *parent)
+    : Outlet(parent)
+{ }
 
 void TextField::setStringValue(const QString &text)
 {
@@ -60,8 +62,8 @@ QString TextField::formatted(const QString &text) const
             return *figure;
     }
     if (platform::isDayFormat(format)) {
-        const std::optional<QDate> date =
-            platform::readDate(text, format, platform::now().date(), platform::installedLanguage());
+        const std::optional<QDate> date
+            = platform::readDate(text, format, platform::now().date(), platform::installedLanguage());
         if (date)
             return platform::formatDate(*date, format);
     }

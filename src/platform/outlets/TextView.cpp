@@ -1,6 +1,8 @@
 #include "platform/outlets/TextView.h"
 
-TextView::TextView(QObject *parent) : Outlet(parent) {}
+TextView::TextView(QObject *parent)
+    : Outlet(parent)
+{ }
 
 void TextView::setString(const QString &newText)
 {

@@ -15,7 +15,8 @@ QList<Window *> &registry()
 }
 }  // namespace
 
-Window::Window(QObject *parent) : Outlet(parent)
+Window::Window(QObject *parent)
+    : Outlet(parent)
 {
     registry().append(this);
 }
@@ -120,11 +121,12 @@ void Window::saveFrameUsingName(const QString &name) const
         settings.remove(frameKey(name));
         return;
     }
-    settings.setValue(frameKey(name), QStringLiteral("%1 %2 %3 %4")
-                                          .arg(windowFrame.x())
-                                          .arg(windowFrame.y())
-                                          .arg(windowFrame.width())
-                                          .arg(windowFrame.height()));
+    settings.setValue(frameKey(name),
+                      QStringLiteral("%1 %2 %3 %4")
+                          .arg(windowFrame.x())
+                          .arg(windowFrame.y())
+                          .arg(windowFrame.width())
+                          .arg(windowFrame.height()));
 }
 
 bool Window::setFrameUsingName(const QString &name)

@@ -94,7 +94,8 @@ bool writeSynced(const QString &path, const QByteArray &bytes, QString *error)
 {
     QFile file(path);
     if (injected(RichTextFile::testing::Failure::WriteFile) || !file.open(QIODevice::WriteOnly | QIODevice::NewOnly)) {
-        setError(error, QStringLiteral("cannot write %1: %2").arg(path, file.isOpen() ? file.errorString() : systemError()));
+        setError(error,
+                 QStringLiteral("cannot write %1: %2").arg(path, file.isOpen() ? file.errorString() : systemError()));
         return false;
     }
     if (file.write(bytes) != bytes.size() || !file.flush() || ::fsync(file.handle()) != 0) {
@@ -155,8 +156,8 @@ bool savePackage(const QString &path, const RtfWriteResult &written, QString *er
         return fail(error ? *error : QString());
     for (const RtfAttachment &attachment : written.attachments) {
         const QString fileName = attachment.fileName;
-        if (fileName.isEmpty() || fileName.contains(QLatin1Char('/')) || fileName == QLatin1String(".") || fileName == QLatin1String("..")
-            || fileName.compare(kPackageText, Qt::CaseInsensitive) == 0)
+        if (fileName.isEmpty() || fileName.contains(QLatin1Char('/')) || fileName == QLatin1String(".")
+            || fileName == QLatin1String("..") || fileName.compare(kPackageText, Qt::CaseInsensitive) == 0)
             return fail(QStringLiteral("attachment name not allowed: %1").arg(fileName));
         if (!writeSynced(temporary + QLatin1Char('/') + fileName, attachment.bytes, error))
             return fail(error ? *error : QString());

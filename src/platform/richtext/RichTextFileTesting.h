@@ -6,8 +6,8 @@ namespace RichTextFile::testing {
 
 enum class Failure {
     None,
-    WriteFile,        // writing a file into the temporary folder
-    RenameAside,      // moving the old package out of the way
+    WriteFile,  // writing a file into the temporary folder
+    RenameAside,  // moving the old package out of the way
     RenameIntoPlace,  // moving the new package to its name
 };
 

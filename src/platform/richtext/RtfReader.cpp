@@ -39,16 +39,17 @@ constexpr int maxCellDefinitions = 1024;
 constexpr qsizetype maxSkippedLines = 100;
 
 enum class Destination {
-    Text,              // the document's text
-    Skip,              // nothing of the group is read (but \bin data is stepped over)
+    Text,  // the document's text
+    Skip,  // nothing of the group is read (but \bin data is stepped over)
     FontTable,
     ColourTable,
-    Picture,           // \pict data
-    Attachment,        // \NeXTGraphic file name
+    Picture,  // \pict data
+    Attachment,  // \NeXTGraphic file name
     FieldInstruction,  // \fldinst: kept for hyperlinks, not shown
 };
 
-struct CharState {
+struct CharState
+{
     int font = -1;
     int halfPoints = 24;
     int milli = 0;  // \fsmilli, thousandths of a point; 0 when not given
@@ -66,7 +67,8 @@ struct CharState {
     bool operator==(const CharState &) const = default;
 };
 
-struct ParaState {
+struct ParaState
+{
     int alignment = 0;  // 0 left, 1 right, 2 centre, 3 justified
     int leftIndent = 0;
     int rightIndent = 0;
@@ -82,32 +84,36 @@ struct ParaState {
     bool pageBreakBefore = false;
 };
 
-struct GroupState {
+struct GroupState
+{
     CharState character;
     ParaState paragraph;
     int unicodeSkip = 1;
     Destination destination = Destination::Text;
-    bool ownsDestination = false;     // the destination started in this group
-    bool starred = false;             // \* seen, no word yet
+    bool ownsDestination = false;  // the destination started in this group
+    bool starred = false;  // \* seen, no word yet
     bool placeholderPending = false;  // an attachment just ended: its 0xAC placeholder follows
     int field = -1;
 };
 
-struct FontEntry {
+struct FontEntry
+{
     QString family;
     int codePage = codePageUnknown;
     bool bold = false;
     bool italic = false;
 };
 
-struct Field {
+struct Field
+{
     QString instruction;
     QByteArray pending;  // bytes of the instruction not decoded yet
     int codePage = codePageWindowsLatin1;
     QString href;
 };
 
-struct PictureState {
+struct PictureState
+{
     bool active = false;
     QByteArray data;
     int nibble = -1;
@@ -119,7 +125,8 @@ struct PictureState {
     bool tooLarge = false;
 };
 
-struct AttachmentState {
+struct AttachmentState
+{
     bool active = false;
     bool nameDone = false;
     QString name;
@@ -139,7 +146,8 @@ int clampTwips(int value)
 // none is left, so that the family that remains reads the same again.
 void splitPostScriptName(FontEntry &font)
 {
-    struct Suffix {
+    struct Suffix
+    {
         const char *text;
         bool bold;
         bool italic;
@@ -192,12 +200,11 @@ class Reader
 {
 public:
     Reader(QByteArrayView data, QTextDocument &document, const QString &packageDir, QStringList &skipped)
-        : m_tokens(data)
-        , m_document(document)
-        , m_packageDir(packageDir)
-        , m_skipped(skipped)
-    {
-    }
+        : m_tokens(data),
+          m_document(document),
+          m_packageDir(packageDir),
+          m_skipped(skipped)
+    { }
 
     bool read();
 
@@ -255,7 +262,7 @@ private:
     QSet<QString> m_noted;
 
     std::vector<GroupState> m_stack;
-    int m_overflow = 0;   // groups open beyond maxDepth
+    int m_overflow = 0;  // groups open beyond maxDepth
     int m_skipDepth = 0;  // groups open inside a skipped group
     int m_unicodeSkipLeft = 0;
     char16_t m_highSurrogate = 0;
@@ -266,7 +273,7 @@ private:
     QHash<int, FontEntry> m_fonts;
     int m_fontNumber = -1;
     QByteArray m_fontName;  // bytes not decoded yet
-    QString m_fontText;     // what is decoded
+    QString m_fontText;  // what is decoded
     FontEntry m_fontEntry;
     bool m_fontCodePageGiven = false;
     QList<QColor> m_colours;
@@ -315,7 +322,8 @@ bool Reader::read()
     // "{\rtf" at the start, after any white space.
     const QByteArrayView rest = m_tokens.rest();
     qsizetype start = 0;
-    while (start < rest.size() && (rest[start] == ' ' || rest[start] == '\t' || rest[start] == '\r' || rest[start] == '\n'))
+    while (start < rest.size()
+           && (rest[start] == ' ' || rest[start] == '\t' || rest[start] == '\r' || rest[start] == '\n'))
         ++start;
     if (!rest.sliced(start).startsWith("{\\rtf"))
         return false;
@@ -1133,7 +1141,8 @@ void Reader::textBytes(QByteArrayView bytes)
         }
         break;
     case Destination::Attachment:
-        if (!m_attachment.nameDone && m_attachment.pendingName.size() + m_attachment.name.size() < maxAttachmentNameBytes)
+        if (!m_attachment.nameDone
+            && m_attachment.pendingName.size() + m_attachment.name.size() < maxAttachmentNameBytes)
             m_attachment.pendingName.append(bytes);
         break;
     case Destination::FieldInstruction: {
@@ -1575,8 +1584,8 @@ QString Reader::loadAttachment(const QString &name, QString *problem)
         *problem = QStringLiteral("attachment %1 outside a package skipped").arg(name);
         return QString();
     }
-    if (name.isEmpty() || name.contains(QLatin1Char('/')) || name.contains(QLatin1Char('\\')) || name == QLatin1String(".")
-        || name == QLatin1String("..") || name.contains(QChar(0))) {
+    if (name.isEmpty() || name.contains(QLatin1Char('/')) || name.contains(QLatin1Char('\\'))
+        || name == QLatin1String(".") || name == QLatin1String("..") || name.contains(QChar(0))) {
         *problem = QStringLiteral("attachment name \"%1\" refused").arg(name);
         return QString();
     }

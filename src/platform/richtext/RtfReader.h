@@ -10,7 +10,8 @@
 
 class QTextDocument;
 
-struct RtfReadResult {
+struct RtfReadResult
+{
     // False when the text is not RTF at all (no "{\rtf" at its start); the
     // document is then left empty.
     bool ok = false;

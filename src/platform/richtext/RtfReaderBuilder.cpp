@@ -50,7 +50,7 @@ void RtfReaderBuilder::addImage(const QTextImageFormat &format)
 }
 
 void RtfReaderBuilder::takeParagraph(RtfParagraph &into, const QTextBlockFormat &blockFormat,
-                                       const QTextCharFormat &markFormat)
+                                     const QTextCharFormat &markFormat)
 {
     into.blockFormat = blockFormat;
     into.markFormat = markFormat;
@@ -59,7 +59,7 @@ void RtfReaderBuilder::takeParagraph(RtfParagraph &into, const QTextBlockFormat 
 }
 
 void RtfReaderBuilder::endParagraph(const QTextBlockFormat &blockFormat, const QTextCharFormat &markFormat,
-                                      bool inTable)
+                                    bool inTable)
 {
     RtfParagraph paragraph;
     takeParagraph(paragraph, blockFormat, markFormat);

@@ -15,31 +15,35 @@ class QTextDocument;
 
 namespace rtf {
 
-struct RtfRun {
+struct RtfRun
+{
     QString text;
     QTextCharFormat format;  // a QTextImageFormat for a picture
     bool image = false;
 };
 
-struct RtfParagraph {
+struct RtfParagraph
+{
     QTextBlockFormat blockFormat;
     QTextCharFormat markFormat;  // the format of the paragraph mark (the height of an empty line)
     QList<RtfRun> runs;
     bool isEmpty() const { return runs.isEmpty(); }
 };
 
-struct RtfCellDefinition {
+struct RtfCellDefinition
+{
     int rightEdge = 0;  // twips from the row's origin (\cellx)
     QColor background;  // invalid: none
-    bool mergeFirst = false;   // \clmgf: first of horizontally merged cells
-    bool merged = false;       // \clmrg: merged into the cell before it
+    bool mergeFirst = false;  // \clmgf: first of horizontally merged cells
+    bool merged = false;  // \clmrg: merged into the cell before it
     bool verticalFirst = false;  // \clvmgf
-    bool verticalMerged = false; // \clvmrg: merged into the cell above
+    bool verticalMerged = false;  // \clvmrg: merged into the cell above
 };
 
-struct RtfRowDefinition {
+struct RtfRowDefinition
+{
     QList<RtfCellDefinition> cells;
-    int gap = 0;   // \trgaph: half the space between cells, twips
+    int gap = 0;  // \trgaph: half the space between cells, twips
     int left = 0;  // \trleft
     Qt::Alignment alignment = Qt::AlignLeft;
     bool borders = false;
@@ -74,10 +78,12 @@ public:
     qint64 characters() const { return m_characters; }
 
 private:
-    struct Cell {
+    struct Cell
+    {
         QList<RtfParagraph> paragraphs;
     };
-    struct Row {
+    struct Row
+    {
         QList<Cell> cells;
         RtfRowDefinition definition;
     };

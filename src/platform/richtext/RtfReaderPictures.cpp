@@ -47,9 +47,10 @@ DecodedPicture decodePicture(const QByteArray &bytes, const QByteArray &format, 
         return result;
     }
     if (pixelBudget && pixels > *pixelBudget) {
-        result.problem = QStringLiteral("picture of %1 x %2 pixels skipped: the document's pictures are too large together")
-                             .arg(size.width())
-                             .arg(size.height());
+        result.problem
+            = QStringLiteral("picture of %1 x %2 pixels skipped: the document's pictures are too large together")
+                  .arg(size.width())
+                  .arg(size.height());
         return result;
     }
     QImage image;

@@ -8,7 +8,8 @@
 
 namespace rtf {
 
-struct DecodedPicture {
+struct DecodedPicture
+{
     QImage image;
     QString problem;  // why there is no image, for the list of what was skipped
     QByteArray format;  // "png", "jpeg" ... as found in the bytes

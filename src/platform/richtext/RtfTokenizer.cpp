@@ -31,8 +31,7 @@ int hexValue(char c)
 
 RtfTokenizer::RtfTokenizer(QByteArrayView data)
     : m_data(data)
-{
-}
+{ }
 
 Token RtfTokenizer::next()
 {

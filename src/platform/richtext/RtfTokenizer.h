@@ -9,23 +9,24 @@
 namespace rtf {
 
 enum class TokenType {
-    End,            // the buffer is exhausted
-    GroupOpen,      // {
-    GroupClose,     // }
-    ControlWord,    // \word or \word-12 (name in text, number in param)
+    End,  // the buffer is exhausted
+    GroupOpen,  // {
+    GroupClose,  // }
+    ControlWord,  // \word or \word-12 (name in text, number in param)
     ControlSymbol,  // \ followed by one non-letter (in symbol); backslash-LF and backslash-CR give '\n'
-    HexByte,        // \'hh (the byte in byte)
-    Text,           // a run of bytes that are neither braces, backslashes nor line ends
+    HexByte,  // \'hh (the byte in byte)
+    Text,  // a run of bytes that are neither braces, backslashes nor line ends
 };
 
-struct Token {
+struct Token
+{
     TokenType type = TokenType::End;
     QByteArrayView text;  // the run of a Text token, the name of a ControlWord (at most maxWordLength letters)
-    int param = 0;        // the number of a ControlWord, clamped to the int range
+    int param = 0;  // the number of a ControlWord, clamped to the int range
     bool hasParam = false;
     char symbol = 0;
     unsigned char byte = 0;
-    bool longWord = false;    // the control word had more letters than maxWordLength
+    bool longWord = false;  // the control word had more letters than maxWordLength
     bool longNumber = false;  // its number had more digits than maxNumberDigits
 };
 

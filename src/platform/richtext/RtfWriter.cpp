@@ -33,7 +33,8 @@ int twips(qreal units)
 // A picture ready to be written: its file bytes in one of the formats the
 // reader and the common editors understand, and its decoded image for the
 // natural size.
-struct Picture {
+struct Picture
+{
     QByteArray bytes;
     QByteArray extension;  // "png", "jpg" or "tiff"
     QImage image;
@@ -131,9 +132,13 @@ QStringList familiesOf(const QTextCharFormat &format)
     return families;
 }
 
-class Writer {
+class Writer
+{
 public:
-    Writer(const QTextDocument &document, bool package) : m_document(document), m_package(package) {}
+    Writer(const QTextDocument &document, bool package)
+        : m_document(document),
+          m_package(package)
+    { }
 
     RtfWriteResult write()
     {
@@ -177,7 +182,8 @@ public:
     }
 
 private:
-    struct Item {
+    struct Item
+    {
         QTextBlock block;
         QTextTable *table = nullptr;
     };
@@ -565,13 +571,16 @@ private:
         QString clean;
         for (const QChar c : std::as_const(base)) {
             const char16_t u = c.unicode();
-            const bool plain = (u >= 'a' && u <= 'z') || (u >= 'A' && u <= 'Z') || (u >= '0' && u <= '9') || u == '.' || u == '_' || u == '-' || u == ' ';
+            const bool plain = (u >= 'a' && u <= 'z') || (u >= 'A' && u <= 'Z') || (u >= '0' && u <= '9') || u == '.'
+                || u == '_' || u == '-' || u == ' ';
             clean.append(plain ? c : QLatin1Char('_'));
         }
         QString stem = clean;
         const QString suffix = QFileInfo(clean).suffix().toLower();
         const QString extension = QString::fromLatin1(picture.extension);
-        const bool suffixFits = suffix == extension || (extension == QLatin1String("jpg") && suffix == QLatin1String("jpeg")) || (extension == QLatin1String("tiff") && suffix == QLatin1String("tif"));
+        const bool suffixFits = suffix == extension
+            || (extension == QLatin1String("jpg") && suffix == QLatin1String("jpeg"))
+            || (extension == QLatin1String("tiff") && suffix == QLatin1String("tif"));
         QString chosenSuffix = extension;
         if (!suffix.isEmpty()) {
             stem.chop(suffix.size() + 1);
@@ -588,7 +597,9 @@ private:
         stem = stem.trimmed();
 
         QString fileName = stem + QLatin1Char('.') + chosenSuffix;
-        for (int n = 2; m_usedNames.contains(fileName.toLower()) || fileName.compare(QLatin1String("TXT.rtf"), Qt::CaseInsensitive) == 0; ++n)
+        for (int n = 2; m_usedNames.contains(fileName.toLower())
+             || fileName.compare(QLatin1String("TXT.rtf"), Qt::CaseInsensitive) == 0;
+             ++n)
             fileName = stem + QLatin1Char('_') + QString::number(n) + QLatin1Char('.') + chosenSuffix;
         m_usedNames.insert(fileName.toLower());
         m_attachmentNames.insert(resourceName, fileName);

@@ -8,13 +8,15 @@
 
 class QTextDocument;
 
-struct RtfAttachment {
+struct RtfAttachment
+{
     QString fileName;  // a plain name inside the package ("image1.png")
     QByteArray bytes;  // the file's contents
 };
 
-struct RtfWriteResult {
-    QByteArray rtf;                    // the text of TXT.rtf or of the .rtf file
+struct RtfWriteResult
+{
+    QByteArray rtf;  // the text of TXT.rtf or of the .rtf file
     QList<RtfAttachment> attachments;  // package form only: the pictures as files
 };
 

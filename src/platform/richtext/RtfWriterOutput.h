@@ -4,7 +4,8 @@
 #include <QByteArray>
 #include <QStringView>
 
-class RtfOutput {
+class RtfOutput
+{
 public:
     // A control word, with its number when it has one ("\\fs24").
     void word(const char *name);

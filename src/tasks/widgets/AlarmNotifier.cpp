@@ -6,7 +6,8 @@
 #include <QIcon>
 #include <QSystemTrayIcon>
 
-AlarmNotifier::AlarmNotifier(ActionManager &manager, QObject *parent) : QObject(parent)
+AlarmNotifier::AlarmNotifier(ActionManager &manager, QObject *parent)
+    : QObject(parent)
 {
     connect(&manager, &ActionManager::alarmRaised, this, &AlarmNotifier::notify);
 }

@@ -39,7 +39,9 @@ CompleteColumnToggle *CompleteColumnToggle::install(QTableView *view, ActionMana
 }
 
 CompleteColumnToggle::CompleteColumnToggle(QTableView *view, ActionManager &manager)
-    : QObject(view), table(view), actions(manager)
+    : QObject(view),
+      table(view),
+      actions(manager)
 {
     view->installEventFilter(this);
     view->viewport()->installEventFilter(this);

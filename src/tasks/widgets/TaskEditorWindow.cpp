@@ -12,14 +12,14 @@
 #include <QLineEdit>
 #include <QPushButton>
 
-using platform::localised;
 using editor::lineEdit;
 using editor::pushButton;
 using editor::row;
+using platform::localised;
 
 TaskEditorWindow::TaskEditorWindow(ActionManager &manager, QWidget *parent)
-    : EditorDialog(QStringLiteral("taskEditorWindow"), localised("Task"),
-                   [owner = &manager] { owner->cancel(); }, parent),
+    : EditorDialog(
+        QStringLiteral("taskEditorWindow"), localised("Task"), [owner = &manager] { owner->cancel(); }, parent),
       actions(manager)
 {
     auto *layout = new QFormLayout;

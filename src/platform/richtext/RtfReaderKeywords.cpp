@@ -263,4 +263,32 @@ Keyword keywordFor(QByteArrayView word)
     return found == words.end() ? Keyword::Unknown : found->second;
 }
 
+KeywordGroup groupOf(Keyword keyword)
+{
+    // Each group is a run of the enumeration, in the order it is declared.
+    struct Run
+    {
+        Keyword last;
+        KeywordGroup group;
+    };
+    static constexpr Run runs[] = {
+        {Keyword::Unknown, KeywordGroup::None},
+        {Keyword::Bin, KeywordGroup::Document},
+        {Keyword::ShownDestination, KeywordGroup::Destination},
+        {Keyword::FontCodePage, KeywordGroup::FontTable},
+        {Keyword::Blue, KeywordGroup::ColourTable},
+        {Keyword::SmallCaps, KeywordGroup::Character},
+        {Keyword::PageBreakBefore, KeywordGroup::Paragraph},
+        {Keyword::RightToLeftMark, KeywordGroup::Break},
+        {Keyword::CellVerticalMerged, KeywordGroup::Table},
+        {Keyword::PictureScaleY, KeywordGroup::Picture},
+        {Keyword::AttachmentHeight, KeywordGroup::Attachment},
+    };
+    for (const Run &run : runs) {
+        if (keyword <= run.last)
+            return run.group;
+    }
+    return KeywordGroup::None;
+}
+
 }  // namespace rtf

@@ -1,5 +1,6 @@
 #pragma once
-// The control words the RTF reader acts on, looked up by name.
+// The control words the RTF reader acts on, looked up by name, and the group
+// of keywords each belongs to.
 #include <QByteArrayView>
 
 namespace rtf {
@@ -140,6 +141,23 @@ enum class Keyword {
     AttachmentHeight,
 };
 
+// The groups the keywords above are listed in. A word's group says which
+// part of the reader acts on it.
+enum class KeywordGroup {
+    None,
+    Document,
+    Destination,
+    FontTable,
+    ColourTable,
+    Character,
+    Paragraph,
+    Break,
+    Table,
+    Picture,
+    Attachment,
+};
+
 Keyword keywordFor(QByteArrayView word);
+KeywordGroup groupOf(Keyword keyword);
 
 }  // namespace rtf

@@ -1,0 +1,161 @@
+// Binding a table outlet to a table view through the generic table model.
+#include "app/widgets/OutletBindingSupport.h"
+
+#include "app/widgets/TableModel.h"
+#include "platform/DateReading.h"
+#include "platform/outlets/Button.h"
+#include "platform/outlets/CheckBox.h"
+#include "platform/outlets/ColorWell.h"
+#include "platform/outlets/Matrix.h"
+#include "platform/outlets/PopUp.h"
+#include "platform/outlets/TabView.h"
+#include "platform/outlets/TextField.h"
+#include "platform/outlets/TextView.h"
+#include "platform/outlets/Window.h"
+#include "platform/richtext/RichTextFile.h"
+#include "store/TableDataSource.h"
+#include "store/TableView.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QApplication>
+#include <QButtonGroup>
+#include <QColorDialog>
+#include <QComboBox>
+#include <QDialog>
+#include <QEvent>
+#include <QEventLoop>
+#include <QFile>
+#include <QHash>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPainter>
+#include <QPixmap>
+#include <QPlainTextEdit>
+#include <QPointer>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QScreen>
+#include <QStyle>
+#include <QStyleOptionFrame>
+#include <QTabWidget>
+#include <QTableView>
+#include <QTextDocument>
+#include <QTextEdit>
+#include <algorithm>
+#include <memory>
+
+namespace binding {
+
+using namespace detail;
+
+void bind(TableView *outlet, QTableView *widget)
+{
+    Link *link = attach(outlet, widget);
+    auto *model = new TableModel(outlet, widget);
+    widget->setModel(model);
+    widget->setSelectionBehavior(QAbstractItemView::SelectRows);
+    widget->setSelectionMode(QAbstractItemView::SingleSelection);
+    widget->setSortingEnabled(false);  // the data source sorts, on header clicks
+    widget->verticalHeader()->hide();
+    QHeaderView *header = widget->horizontalHeader();
+    header->setSectionsClickable(true);
+    header->setSortIndicatorShown(true);
+    header->setHighlightSections(false);
+
+    const auto showColumns = [outlet, widget, model] {
+        for (int column = 0; column < model->columnCount(); ++column)
+            widget->setColumnWidth(column, outlet->tableColumns().at(column).width);
+        widget->horizontalHeader()->setStretchLastSection(outlet->lastColumnFills());
+    };
+    const auto showSortIndicator = [outlet, widget, model] {
+        const QList<SortDescriptor> &descriptors = outlet->sortDescriptors();
+        const int column = descriptors.isEmpty() ? -1 : model->columnWithIdentifier(descriptors.first().key);
+        const bool ascending = descriptors.isEmpty() || descriptors.first().ascending;
+        widget->horizontalHeader()->setSortIndicator(column, ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
+    };
+    const auto showSelection = [link, widget, model](int row) {
+        link->apply([&] {
+            if (row >= 0 && row < model->rowCount()) {
+                widget->selectRow(row);
+                widget->scrollTo(model->index(row, 0));
+            } else {
+                widget->clearSelection();
+            }
+        });
+    };
+
+    showColumns();
+    showSortIndicator();
+    showSelection(outlet->selectedRow());
+    follow(link, outlet, [outlet, widget] { showState(outlet, widget); });
+
+    // A reload keeps the widths the user gave the columns; new columns take
+    // the outlet's widths.
+    auto widths = std::make_shared<QList<int>>();
+    QObject::connect(model, &QAbstractItemModel::modelAboutToBeReset, link, [widget, widths] {
+        widths->clear();
+        for (int column = 0; column < widget->horizontalHeader()->count(); ++column)
+            widths->append(widget->columnWidth(column));
+    });
+    QObject::connect(
+        model, &QAbstractItemModel::modelReset, link,
+        [table = QPointer<TableView>(outlet), widget, model, widths, showColumns, showSortIndicator, showSelection] {
+            if (!table)
+                return;  // the outlet is going: the model is empty now
+            if (widths->size() == model->columnCount()) {
+                for (int column = 0; column < widths->size(); ++column)
+                    widget->setColumnWidth(column, widths->at(column));
+            } else {
+                showColumns();
+            }
+            showSortIndicator();
+            if (table->selectedRow() >= model->rowCount())
+                table->selectRow(-1);  // the row is gone
+            else
+                showSelection(table->selectedRow());
+        });
+    QObject::connect(outlet, &TableView::columnsChanged, link, [showColumns, showSortIndicator] {
+        showColumns();
+        showSortIndicator();
+    });
+    QObject::connect(outlet, &TableView::selectionChanged, link, showSelection);
+
+    QObject::connect(widget->selectionModel(), &QItemSelectionModel::selectionChanged, link, [link, outlet, widget] {
+        if (!link->fromUser())
+            return;
+        const QModelIndexList rows = widget->selectionModel()->selectedRows();
+        outlet->userSelectRow(rows.isEmpty() ? -1 : rows.first().row());
+    });
+    QObject::connect(header, &QHeaderView::sectionClicked, link, [link, outlet, model, showSortIndicator](int column) {
+        if (!link->fromUser() || column < 0 || column >= model->columnCount())
+            return;
+        outlet->userClickColumn(model->columnIdentifier(column));
+        if (link->fromUser())
+            showSortIndicator();
+    });
+    QObject::connect(widget, &QAbstractItemView::doubleClicked, link, [link, outlet](const QModelIndex &index) {
+        if (link->fromUser() && index.isValid())
+            outlet->userDoubleClick(index.row());
+    });
+    // Enter on a row does what a double click does.
+    link->filter = [link, outlet, widget](QEvent *event) {
+        if (event->type() != QEvent::KeyPress || !link->fromUser())
+            return false;
+        const auto *key = static_cast<QKeyEvent *>(event);
+        if ((key->key() != Qt::Key_Return && key->key() != Qt::Key_Enter)
+            || (key->modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier)
+            return false;
+        const QModelIndex current = widget->currentIndex();
+        const int row = current.isValid() ? current.row() : outlet->selectedRow();
+        if (row < 0 || row >= widget->model()->rowCount())
+            return false;
+        outlet->userDoubleClick(row);
+        return true;
+    };
+    widget->installEventFilter(link);
+}
+
+}  // namespace binding

@@ -348,20 +348,20 @@ private slots:
         QTest::newRow("\\pard resets without a \\par") << QByteArray("\\qc a\\par\\pard X") << alignment << QVariant();
         QTest::newRow("TextEdit: backslash-LF then \\pard")
             << QByteArray("\\pard\\qc a\\\n\\pard\\pardirnatural X") << alignment << QVariant();
-        QTest::newRow("\\li in points") << QByteArray("\\li720 X") << int(QTextFormat::BlockLeftMargin)
-                                        << QVariant(36.0);
-        QTest::newRow("\\lin") << QByteArray("\\lin360 X") << int(QTextFormat::BlockLeftMargin) << QVariant(18.0);
-        QTest::newRow("\\ri") << QByteArray("\\ri360 X") << int(QTextFormat::BlockRightMargin) << QVariant(18.0);
-        QTest::newRow("\\fi negative") << QByteArray("\\fi-360 X") << int(QTextFormat::TextIndent) << QVariant(-18.0);
-        QTest::newRow("\\sb") << QByteArray("\\sb240 X") << int(QTextFormat::BlockTopMargin) << QVariant(12.0);
-        QTest::newRow("\\sa") << QByteArray("\\sa120 X") << int(QTextFormat::BlockBottomMargin) << QVariant(6.0);
+        QTest::newRow("\\li in twips") << QByteArray("\\li720 X") << int(QTextFormat::BlockLeftMargin)
+                                       << QVariant(720 / 15.0);
+        QTest::newRow("\\lin") << QByteArray("\\lin360 X") << int(QTextFormat::BlockLeftMargin) << QVariant(360 / 15.0);
+        QTest::newRow("\\ri") << QByteArray("\\ri360 X") << int(QTextFormat::BlockRightMargin) << QVariant(360 / 15.0);
+        QTest::newRow("\\fi negative") << QByteArray("\\fi-360 X") << int(QTextFormat::TextIndent) << QVariant(-360 / 15.0);
+        QTest::newRow("\\sb") << QByteArray("\\sb240 X") << int(QTextFormat::BlockTopMargin) << QVariant(240 / 15.0);
+        QTest::newRow("\\sa") << QByteArray("\\sa120 X") << int(QTextFormat::BlockBottomMargin) << QVariant(120 / 15.0);
         QTest::newRow("\\pard resets indents")
             << QByteArray("\\li720\\pard X") << int(QTextFormat::BlockLeftMargin) << QVariant();
         QTest::newRow("\\sl multiple") << QByteArray("\\sl360\\slmult1 X") << int(QTextFormat::LineHeight)
                                        << QVariant(150.0);
         QTest::newRow("\\sl multiple type") << QByteArray("\\sl360\\slmult1 X") << int(QTextFormat::LineHeightType)
                                             << QVariant(int(QTextBlockFormat::ProportionalHeight));
-        QTest::newRow("\\sl exact") << QByteArray("\\sl-480 X") << int(QTextFormat::LineHeight) << QVariant(24.0);
+        QTest::newRow("\\sl exact") << QByteArray("\\sl-480 X") << int(QTextFormat::LineHeight) << QVariant(480 / 15.0);
         QTest::newRow("\\sl exact type") << QByteArray("\\sl-480 X") << int(QTextFormat::LineHeightType)
                                          << QVariant(int(QTextBlockFormat::FixedHeight));
         QTest::newRow("\\sl at least type") << QByteArray("\\sl300 X") << int(QTextFormat::LineHeightType)
@@ -403,11 +403,11 @@ private slots:
                 .ok);
         const QList<QTextOption::Tab> tabs = blockFormatOf(doc, QStringLiteral("a")).tabPositions();
         QCOMPARE(tabs.size(), 4);
-        QCOMPARE(tabs.at(0).position, 36.0);
+        QCOMPARE(tabs.at(0).position, 720 / 15.0);
         QCOMPARE(tabs.at(0).type, QTextOption::LeftTab);
-        QCOMPARE(tabs.at(1).position, 144.0);
+        QCOMPARE(tabs.at(1).position, 2880 / 15.0);
         QCOMPARE(tabs.at(1).type, QTextOption::RightTab);
-        QCOMPARE(tabs.at(2).position, 216.0);
+        QCOMPARE(tabs.at(2).position, 4320 / 15.0);
         QCOMPARE(tabs.at(2).type, QTextOption::CenterTab);
         QCOMPARE(tabs.at(3).type, QTextOption::DelimiterTab);
         QCOMPARE(tabs.at(3).delimiter, QChar(QLatin1Char('.')));
@@ -418,7 +418,7 @@ private slots:
     {
         QTextDocument doc;
         QVERIFY(RtfReader::read("{\\rtf1\\ansi\\deftab709 a}", doc).ok);
-        QCOMPARE(doc.defaultTextOption().tabStopDistance(), 35.45);
+        QCOMPARE(doc.defaultTextOption().tabStopDistance(), 709 / 15.0);
     }
 
     void shouldSkipDestinations_data()
@@ -544,10 +544,10 @@ private slots:
 
         const QTextTableFormat format = table->format();
         QCOMPARE(format.border(), 1.0);
-        QCOMPARE(format.cellPadding(), 5.4);
+        QCOMPARE(format.cellPadding(), 108 / 15.0);
         QCOMPARE(format.columnWidthConstraints().size(), 2);
-        QCOMPARE(format.columnWidthConstraints().at(0).rawValue(), 144.0);
-        QCOMPARE(format.columnWidthConstraints().at(1).rawValue(), 216.0);
+        QCOMPARE(format.columnWidthConstraints().at(0).rawValue(), 2880 / 15.0);
+        QCOMPARE(format.columnWidthConstraints().at(1).rawValue(), (7200 - 2880) / 15.0);
         QCOMPARE(table->cellAt(0, 0).format().background().color(), QColor(0, 0, 255));
         QCOMPARE(table->cellAt(0, 1).format().background().style(), Qt::NoBrush);
 
@@ -646,46 +646,46 @@ private slots:
         QTextTableCell empty = table->cellAt(3, 0);
         QCOMPARE(empty.columnSpan(), 2);
         QCOMPARE(empty.firstCursorPosition().blockFormat().alignment(), Qt::AlignHCenter);
-        QCOMPARE(empty.firstCursorPosition().blockFormat().bottomMargin(), 7.0);
+        QCOMPARE(empty.firstCursorPosition().blockFormat().bottomMargin(), 140 / 15.0);
     }
 
     void shouldReadPictures_data()
     {
         QTest::addColumn<QByteArray>("picture");  // the group, %1 standing for the hex of a 4 x 3 PNG, %2 of a JPEG
         QTest::addColumn<QSize>("pixels");
-        QTest::addColumn<QSizeF>("points");  // empty: no size given
+        QTest::addColumn<QSizeF>("shown");  // in 1/96 inch; empty: no size given
         QTest::newRow("png hex with goal size")
             << QByteArray("{\\pict\\pngblip\\picw4\\pich3\\picwgoal1440\\pichgoal1080 %1}") << QSize(4, 3)
-            << QSizeF(72, 54);
+            << QSizeF(1440 / 15.0, 1080 / 15.0);
         QTest::newRow("jpeg hex") << QByteArray("{\\pict\\jpegblip\\picwgoal600\\pichgoal450\n%2\n}") << QSize(4, 3)
-                                  << QSizeF(30, 22.5);
+                                  << QSizeF(600 / 15.0, 450 / 15.0);
         QTest::newRow("scaled") << QByteArray(
             "{\\pict\\pngblip\\picwgoal1440\\pichgoal1080\\picscalex50\\picscaley200 %1}")
-                                << QSize(4, 3) << QSizeF(36, 108);
+                                << QSize(4, 3) << QSizeF(720 / 15.0, 2160 / 15.0);
         QTest::newRow("scaled without goal")
             << QByteArray("{\\pict\\pngblip\\picscalex200\\picscaley200 %1}") << QSize(4, 3) << QSizeF(8, 6);
         QTest::newRow("no size") << QByteArray("{\\pict\\pngblip %1}") << QSize(4, 3) << QSizeF();
         QTest::newRow("width only") << QByteArray("{\\pict\\pngblip\\picwgoal1600 %1}") << QSize(4, 3)
-                                    << QSizeF(80, 60);
+                                    << QSizeF(1600 / 15.0, 1200 / 15.0);
         QTest::newRow("height only") << QByteArray("{\\pict\\pngblip\\pichgoal1200 %1}") << QSize(4, 3)
-                                     << QSizeF(80, 60);
+                                     << QSizeF(1600 / 15.0, 1200 / 15.0);
         QTest::newRow("too large to show")
             << QByteArray("{\\pict\\pngblip\\picwgoal800000\\pichgoal300000 %1}") << QSize(4, 3) << QSizeF(10000, 3750);
         QTest::newRow("too large and too thin")
             << QByteArray("{\\pict\\pngblip\\picwgoal800000\\pichgoal1 %1}") << QSize(4, 3) << QSizeF(10000, 1);
         QTest::newRow("shppict read, nonshppict skipped") << QByteArray(
             "{\\*\\shppict{\\pict\\pngblip\\picwgoal80\\pichgoal60 %1}}{\\nonshppict{\\pict\\wmetafile8 0102}}")
-                                                          << QSize(4, 3) << QSizeF(4, 3);
+                                                          << QSize(4, 3) << QSizeF(80 / 15.0, 60 / 15.0);
         QTest::newRow("format found from the bytes")
             << QByteArray("{\\pict\\wmetafile8 %1}") << QSize(4, 3) << QSizeF();
         QTest::newRow("\\bin data") << QByteArray("{\\pict\\pngblip\\picwgoal40\\pichgoal30\\bin%3 %4}") << QSize(4, 3)
-                                    << QSizeF(2, 1.5);
+                                    << QSizeF(40 / 15.0, 30 / 15.0);
     }
     void shouldReadPictures()
     {
         QFETCH(QByteArray, picture);
         QFETCH(QSize, pixels);
-        QFETCH(QSizeF, points);
+        QFETCH(QSizeF, shown);
         const QByteArray png = imageBytes(filledImage(4, 3, Qt::red), "PNG");
         const QByteArray jpeg = imageBytes(filledImage(4, 3, Qt::red), "JPEG");
         picture.replace("%1", png.toHex()).replace("%2", jpeg.toHex()).replace("%3", QByteArray::number(png.size()));
@@ -700,12 +700,12 @@ private slots:
         const QImage image = imageResource(doc, found.first().name());
         QCOMPARE(image.size(), pixels);
         QCOMPARE(QColor(image.pixel(1, 1)).red() > 200, true);
-        if (points.isEmpty()) {
+        if (shown.isEmpty()) {
             QVERIFY(!found.first().hasProperty(QTextFormat::ImageWidth));
             QVERIFY(!found.first().hasProperty(QTextFormat::ImageHeight));
         } else {
-            QCOMPARE(found.first().width(), points.width());
-            QCOMPARE(found.first().height(), points.height());
+            QCOMPARE(found.first().width(), shown.width());
+            QCOMPARE(found.first().height(), shown.height());
         }
     }
 
@@ -806,12 +806,12 @@ private slots:
         const QList<QTextImageFormat> found = images(doc);
         QCOMPARE(found.size(), 2);
         QCOMPARE(found.at(0).name(), QStringLiteral("Pasted Graphic.png"));
-        QCOMPARE(found.at(0).width(), 120.0);
-        QCOMPARE(found.at(0).height(), 90.0);
+        QCOMPARE(found.at(0).width(), 2400 / 15.0);
+        QCOMPARE(found.at(0).height(), 1800 / 15.0);
         QCOMPARE(imageResource(doc, found.at(0).name()).size(), QSize(8, 6));
         QCOMPARE(found.at(1).name(), QStringLiteral("photo.tiff"));
-        QCOMPARE(found.at(1).width(), 60.0);
-        QCOMPARE(found.at(1).height(), 45.0);
+        QCOMPARE(found.at(1).width(), 1200 / 15.0);
+        QCOMPARE(found.at(1).height(), 900 / 15.0);
         const QImage photo = imageResource(doc, found.at(1).name());
         QCOMPARE(photo.size(), QSize(5, 7));
         QCOMPARE(QColor(photo.pixel(2, 2)), QColor(Qt::blue));
@@ -889,7 +889,7 @@ private slots:
         QVERIFY(!plain.hasProperty(QTextFormat::ForegroundBrush));
         const QList<QTextOption::Tab> tabs = blockFormatOf(doc, QStringLiteral("Plain")).tabPositions();
         QCOMPARE(tabs.size(), 12);
-        QCOMPARE(tabs.first().position, 28.3);
+        QCOMPARE(tabs.first().position, 566 / 15.0);
 
         const QTextCharFormat bold = formatOf(doc, QStringLiteral("Centred"));
         QCOMPARE(bold.fontFamilies().toStringList(), QStringList{"Helvetica"});
@@ -927,20 +927,20 @@ private slots:
         QVERIFY(formatOf(doc, QStringLiteral("italic")).fontItalic());
         QVERIFY(!formatOf(doc, QStringLiteral("words")).fontItalic());
         const QTextBlockFormat first = blockFormatOf(doc, QStringLiteral("First"));
-        QCOMPARE(first.bottomMargin(), 7.0);
+        QCOMPARE(first.bottomMargin(), 140 / 15.0);
         QCOMPARE(first.lineHeightType(), int(QTextBlockFormat::ProportionalHeight));
         QCOMPARE(first.lineHeight(), 115.0);
 
         const QTextCharFormat heading = formatOf(doc, QStringLiteral("A heading"));
         QCOMPARE(heading.fontFamilies().toStringList(), QStringList{"Liberation Sans"});
         QCOMPARE(heading.fontPointSize(), 14.0);
-        QCOMPARE(blockFormatOf(doc, QStringLiteral("A heading")).topMargin(), 12.0);
+        QCOMPARE(blockFormatOf(doc, QStringLiteral("A heading")).topMargin(), 240 / 15.0);
 
         const QTextBlockFormat right = blockFormatOf(doc, QStringLiteral("Right aligned"));
         QCOMPARE(right.alignment(), Qt::AlignRight);
-        QCOMPARE(right.leftMargin(), 36.0);
-        QCOMPARE(right.rightMargin(), 18.0);
-        QCOMPARE(right.textIndent(), -18.0);
+        QCOMPARE(right.leftMargin(), 720 / 15.0);
+        QCOMPARE(right.rightMargin(), 360 / 15.0);
+        QCOMPARE(right.textIndent(), -360 / 15.0);
 
         const QTextCharFormat link = formatOf(doc, QStringLiteral("A link"));
         QCOMPARE(link.anchorHref(), QStringLiteral("https://example.org/page"));
@@ -959,8 +959,8 @@ private slots:
 
         const QList<QTextImageFormat> found = images(doc);
         QCOMPARE(found.size(), 1);
-        QCOMPARE(found.first().width(), 72.0);
-        QCOMPARE(found.first().height(), 54.0);
+        QCOMPARE(found.first().width(), 1440 / 15.0);
+        QCOMPARE(found.first().height(), 1080 / 15.0);
         QCOMPARE(imageResource(doc, found.first().name()).size(), QSize(4, 3));
     }
 
@@ -987,7 +987,7 @@ private slots:
         QCOMPARE(green.foreground().color(), QColor(0, 128, 0));
         const QList<QTextImageFormat> found = images(doc);
         QCOMPARE(found.size(), 1);
-        QCOMPARE(found.first().width(), 60.0);
+        QCOMPARE(found.first().width(), 1200 / 15.0);
         QCOMPARE(imageResource(doc, found.first().name()).size(), QSize(4, 3));
     }
 

@@ -263,23 +263,24 @@ private slots:
         justify.setAlignment(Qt::AlignJustify);
         QTest::newRow("justified") << QTextFormat(justify) << QByteArray("\\pard\\qj{");
         QTextBlockFormat indents;
-        indents.setLeftMargin(36);
-        indents.setRightMargin(18);
-        indents.setTextIndent(-18);
+        // Lengths in 1/96 inch: 48 is half an inch, 720 twips.
+        indents.setLeftMargin(48);
+        indents.setRightMargin(24);
+        indents.setTextIndent(-24);
         QTest::newRow("indents") << QTextFormat(indents) << QByteArray("\\pard\\ql\\li720\\ri360\\fi-360{");
         QTextBlockFormat spacing;
-        spacing.setTopMargin(12);
-        spacing.setBottomMargin(6);
+        spacing.setTopMargin(16);
+        spacing.setBottomMargin(8);
         QTest::newRow("spacing") << QTextFormat(spacing) << QByteArray("\\pard\\ql\\sb240\\sa120{");
         QTextBlockFormat proportional;
         proportional.setLineHeight(150, QTextBlockFormat::ProportionalHeight);
         QTest::newRow("line height") << QTextFormat(proportional) << QByteArray("\\pard\\ql\\sl360\\slmult1{");
         QTextBlockFormat exact;
-        exact.setLineHeight(18, QTextBlockFormat::FixedHeight);
+        exact.setLineHeight(24, QTextBlockFormat::FixedHeight);
         QTest::newRow("exact line height") << QTextFormat(exact) << QByteArray("\\pard\\ql\\sl-360\\slmult0{");
         QTextBlockFormat tabs;
-        tabs.setTabPositions({QTextOption::Tab(36, QTextOption::LeftTab), QTextOption::Tab(72, QTextOption::RightTab),
-                              QTextOption::Tab(144, QTextOption::CenterTab)});
+        tabs.setTabPositions({QTextOption::Tab(48, QTextOption::LeftTab), QTextOption::Tab(96, QTextOption::RightTab),
+                              QTextOption::Tab(192, QTextOption::CenterTab)});
         QTest::newRow("tab stops") << QTextFormat(tabs) << QByteArray("\\pard\\ql\\tx720\\tqr\\tx1440\\tqc\\tx2880{");
     }
 
@@ -428,10 +429,10 @@ private slots:
         QFETCH(QVariant, resource);
         QTextDocument document;
         prepare(document);
-        insertPicture(document, QStringLiteral("pic"), resource, 30, 20);
+        insertPicture(document, QStringLiteral("pic"), resource, 40, 30);
         const RtfWriteResult written = RtfWriter::writeRtf(document);
         QVERIFY(written.attachments.isEmpty());
-        const QByteArray words = "{\\*\\shppict{\\pict\\pngblip\\picw3\\pich2\\picwgoal600\\pichgoal400";
+        const QByteArray words = "{\\*\\shppict{\\pict\\pngblip\\picw3\\pich2\\picwgoal600\\pichgoal450";
         QVERIFY2(written.rtf.contains(words), written.rtf.constData());
         const QByteArray png = pictureBytes(written.rtf, words);
         QVERIFY(png.startsWith("\x89PNG"));
@@ -472,7 +473,7 @@ private slots:
     {
         QTextDocument document;
         prepare(document);
-        insertPicture(document, QStringLiteral("Pasted Graphic.png"), testImage(), 120, 90);
+        insertPicture(document, QStringLiteral("Pasted Graphic.png"), testImage(), 160, 120);
         const RtfWriteResult written = RtfWriter::writePackage(document);
         QVERIFY2(written.rtf.contains("{{\\NeXTGraphic Pasted Graphic.png \\width2400 \\height1800}\\'ac}"),
                  written.rtf.constData());
@@ -564,8 +565,8 @@ private slots:
         cursor.insertBlock(QTextBlockFormat());
         cursor.insertText(QStringLiteral("after"));
         const QByteArray rtf = RtfWriter::writeRtf(document).rtf;
-        // A hanging indent of 18 points at the list's indent of 40.
-        QVERIFY2(rtf.count("\\pard\\ql\\li800\\fi-360{") == 4, rtf.constData());
+        // A hanging indent of a quarter inch at the list's indent of 40 units.
+        QVERIFY2(rtf.count("\\pard\\ql\\li600\\fi-360{") == 4, rtf.constData());
         QVERIFY2(rtf.contains("\\'95\\tab}{"), rtf.constData());
         QCOMPARE(rtf.count("\\'95\\tab}"), 2);
         QVERIFY(rtf.contains(" 1.\\tab}"));

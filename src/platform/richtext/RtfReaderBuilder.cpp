@@ -1,5 +1,7 @@
 #include "platform/richtext/RtfReaderBuilder.h"
 
+#include "platform/richtext/RtfUnits.h"
+
 #include <QTextDocument>
 #include <QTextTable>
 #include <QTextTableCellFormat>
@@ -201,7 +203,7 @@ void RtfReaderBuilder::writeTable()
 
     QTextTableFormat tableFormat;
     tableFormat.setCellSpacing(0);
-    tableFormat.setCellPadding(definition.gap > 0 ? definition.gap / 20.0 : 0.0);
+    tableFormat.setCellPadding(definition.gap > 0 ? definition.gap / twipsPerUnit : 0.0);
     tableFormat.setBorder(definition.borders ? 1 : 0);
     tableFormat.setBorderStyle(QTextFrameFormat::BorderStyle_Solid);
     tableFormat.setBorderCollapse(true);
@@ -213,7 +215,7 @@ void RtfReaderBuilder::writeTable()
             const int width = cell.rightEdge - previous;
             if (width <= 0 || width > 20 * 20000)
                 break;
-            widths.append(QTextLength(QTextLength::FixedLength, width / 20.0));
+            widths.append(QTextLength(QTextLength::FixedLength, width / twipsPerUnit));
             previous = cell.rightEdge;
         }
         if (widths.size() == columns)

@@ -214,11 +214,11 @@ void Reader::finishPicture()
     qreal width = 0;
     qreal height = 0;
     if (picture.goalWidth > 0)
-        width = picture.goalWidth / 20.0 * picture.scaleX / 100.0;
+        width = picture.goalWidth / twipsPerUnit * picture.scaleX / 100.0;
     else if (picture.scaleX != 100)
         width = decoded.image.width() * picture.scaleX / 100.0;
     if (picture.goalHeight > 0)
-        height = picture.goalHeight / 20.0 * picture.scaleY / 100.0;
+        height = picture.goalHeight / twipsPerUnit * picture.scaleY / 100.0;
     else if (picture.scaleY != 100)
         height = decoded.image.height() * picture.scaleY / 100.0;
     insertPicture(name, width, height);
@@ -290,8 +290,8 @@ void Reader::finishAttachment()
     }
     if (resource.isEmpty())
         return;
-    insertPicture(resource, attachment.width > 0 ? attachment.width / 20.0 : 0,
-                  attachment.height > 0 ? attachment.height / 20.0 : 0);
+    insertPicture(resource, attachment.width > 0 ? attachment.width / twipsPerUnit : 0,
+                  attachment.height > 0 ? attachment.height / twipsPerUnit : 0);
 }
 
 }  // namespace rtf::reading

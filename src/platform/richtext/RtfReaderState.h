@@ -16,6 +16,7 @@
 #include "platform/richtext/RtfReaderBuilder.h"
 #include "platform/richtext/RtfReaderKeywords.h"
 #include "platform/richtext/RtfTokenizer.h"
+#include "platform/richtext/RtfUnits.h"
 
 #include <QColor>
 #include <QHash>

@@ -337,21 +337,21 @@ QTextBlockFormat Reader::blockFormat(const ParaState &state)
         break;
     }
     if (state.leftIndent)
-        format.setLeftMargin(state.leftIndent / 20.0);
+        format.setLeftMargin(state.leftIndent / twipsPerUnit);
     if (state.rightIndent)
-        format.setRightMargin(state.rightIndent / 20.0);
+        format.setRightMargin(state.rightIndent / twipsPerUnit);
     if (state.firstIndent)
-        format.setTextIndent(state.firstIndent / 20.0);
+        format.setTextIndent(state.firstIndent / twipsPerUnit);
     if (state.spaceBefore)
-        format.setTopMargin(state.spaceBefore / 20.0);
+        format.setTopMargin(state.spaceBefore / twipsPerUnit);
     if (state.spaceAfter)
-        format.setBottomMargin(state.spaceAfter / 20.0);
+        format.setBottomMargin(state.spaceAfter / twipsPerUnit);
     if (state.lineSpacing > 0 && state.lineMultiple)
         format.setLineHeight(state.lineSpacing * 100.0 / 240.0, QTextBlockFormat::ProportionalHeight);
     else if (state.lineSpacing < 0)
-        format.setLineHeight(-state.lineSpacing / 20.0, QTextBlockFormat::FixedHeight);
+        format.setLineHeight(-state.lineSpacing / twipsPerUnit, QTextBlockFormat::FixedHeight);
     else if (state.lineSpacing > 0)
-        format.setLineHeight(state.lineSpacing / 20.0, QTextBlockFormat::MinimumHeight);
+        format.setLineHeight(state.lineSpacing / twipsPerUnit, QTextBlockFormat::MinimumHeight);
     if (!state.tabs.isEmpty())
         format.setTabPositions(state.tabs);
     const QColor background = colour(state.background);

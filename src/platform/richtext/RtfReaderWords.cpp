@@ -117,7 +117,7 @@ void Reader::documentWord(Keyword keyword, const Token &token)
     case Keyword::DefaultTab:
         if (param > 0) {
             QTextOption option = m_document.defaultTextOption();
-            option.setTabStopDistance(std::min(param, maxTwips) / 20.0);
+            option.setTabStopDistance(std::min(param, maxTwips) / twipsPerUnit);
             m_document.setDefaultTextOption(option);
         }
         break;
@@ -327,7 +327,7 @@ void Reader::paragraphWord(Keyword keyword, const Token &token)
     case Keyword::BarTab:
         if (p.tabs.size() < maxTabStops && param >= 0) {
             const QChar delimiter = p.tabType == QTextOption::DelimiterTab ? QLatin1Char('.') : QChar();
-            p.tabs.append(QTextOption::Tab(clampTwips(param) / 20.0, p.tabType, delimiter));
+            p.tabs.append(QTextOption::Tab(clampTwips(param) / twipsPerUnit, p.tabType, delimiter));
         }
         p.tabType = QTextOption::LeftTab;
         break;

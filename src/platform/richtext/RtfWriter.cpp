@@ -208,7 +208,7 @@ void Writer::writeParagraphFormat(const QTextBlockFormat &format, QTextList *lis
     if (list) {
         left += qMax(1, list->format().indent()) * m_document.indentWidth();
         if (first == 0)
-            first = -qMin<qreal>(18, left);
+            first = -qMin<qreal>(unitsPerInch / 4, left);
     }
     if (const int value = twips(left))
         m_body.word("li", value);

@@ -81,7 +81,7 @@ QSizeF displaySize(const QTextImageFormat &format, const QImage &image)
 {
     const qreal dpmX = image.dotsPerMeterX() > 0 ? image.dotsPerMeterX() : 2834.6;
     const qreal dpmY = image.dotsPerMeterY() > 0 ? image.dotsPerMeterY() : 2834.6;
-    QSizeF natural(image.width() * 72.0 / (dpmX * 0.0254), image.height() * 72.0 / (dpmY * 0.0254));
+    QSizeF natural(image.width() * unitsPerInch / (dpmX * 0.0254), image.height() * unitsPerInch / (dpmY * 0.0254));
     const bool hasWidth = format.hasProperty(QTextFormat::ImageWidth) && format.width() > 0;
     const bool hasHeight = format.hasProperty(QTextFormat::ImageHeight) && format.height() > 0;
     if (hasWidth && hasHeight)

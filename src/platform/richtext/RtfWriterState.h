@@ -6,6 +6,7 @@
 //
 // RtfWriter.cpp writes the header, paragraphs and character formats,
 // RtfWriterTables.cpp the tables, and RtfWriterPictures.cpp the pictures.
+#include "platform/richtext/RtfUnits.h"
 #include "platform/richtext/RtfWriter.h"
 #include "platform/richtext/RtfWriterOutput.h"
 
@@ -38,7 +39,7 @@ constexpr int kMaxAttachmentNameLength = 100;
 
 inline int twips(qreal units)
 {
-    return qRound(units * 20.0);
+    return qRound(units * twipsPerUnit);
 }
 
 // A picture ready to be written: its file bytes in one of the formats the

@@ -3,7 +3,7 @@ cmake_minimum_required(VERSION 3.25)
 #   cmake -DSOURCE_DIR=<the source tree> -P CheckLayering.cmake
 # Every file under src/ belongs to the library its folder's CMakeLists.txt
 # lists it in; a file may include only files of its own layer or below:
-#   platform, richtext (1) < store (2) < areas (3) < app (4) < gui, cli (5) < the program (6)
+#   platform, richtext (1) < store (2) < areas (3) < app, documents (4) < gui, cli (5) < the program (6)
 # and the command line never includes a window. A file that no CMakeLists.txt
 # lists is a fault too. Fails with one line per fault.
 if(NOT SOURCE_DIR)
@@ -15,6 +15,7 @@ set(rank_quorvel_richtext 1)
 set(rank_quorvel_store 2)
 set(rank_quorvel_areas 3)
 set(rank_quorvel_app 4)
+set(rank_quorvel_documents 4)
 set(rank_quorvel_gui 5)
 set(rank_quorvel-cli 5)
 set(rank_quorvel 6)

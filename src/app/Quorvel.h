@@ -7,8 +7,8 @@
 //
 // It holds no widget: the main window, the notepad and the tab views are
 // outlets that the widget layer binds.
-#include "app/ToolbarItem.h"
 #include "platform/outlets/TabView.h"
+#include "platform/outlets/ToolbarItem.h"
 #include "platform/outlets/Window.h"
 #include "store/DatabaseBundle.h"
 #include "store/DeletionHistory.h"

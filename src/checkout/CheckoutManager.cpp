@@ -18,6 +18,7 @@ void CheckoutManager::edit(Order *order)
 void CheckoutManager::awakeFromNib()
 {
     fillStatusPopUp();
+    installStationary();
 }
 
 void CheckoutManager::requestResign(const QObject *)

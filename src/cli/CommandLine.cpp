@@ -5,6 +5,7 @@
 #include "cli/CliDatabase.h"
 #include "cli/CliOptions.h"
 #include "cli/CliOutput.h"
+#include "cli/InvoiceCommand.h"
 #include "cli/ReportCommands.h"
 #include "contacts/ContactManager.h"
 #include "orders/Order.h"
@@ -286,6 +287,8 @@ int run(const QStringList &arguments, QIODevice &out, QIODevice &err)
         return repeatCommand(rest, out, err);
     if (command == QLatin1String("accounts"))
         return accountsCommand(rest, out, err);
+    if (command == QLatin1String("invoice"))
+        return invoiceCommand(rest, out, err);
     if (command == QLatin1String("help")) {
         out.write(usage().toUtf8());
         return Success;

@@ -141,6 +141,7 @@ void OrderManager::awakeFromNib()
             prefs->statusListPopUpButton = status;
         editorWindow->setTitle(prefs->getTermOrder());
     }
+    installStationary();
 }
 
 // ---------------------------------------------------------------------------

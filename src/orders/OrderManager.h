@@ -16,6 +16,7 @@
 
 #include <QDateTime>
 
+#include <functional>
 #include <memory>
 
 class Action;
@@ -102,6 +103,22 @@ public:
     // Starts the repeat checker (first pass 5 s from now, then every 6 hours).
     void kickOffCheckForOverdueRepeats();
     void setRepeatInformativeText();
+
+    // Stationery: the "stationary" folder made and filled when missing, and
+    // its documents listed in the whichStationary pop-up.
+    void installStationary();
+    // Opens the stationery folder in the file manager.
+    void editInvoiceTemplate();
+    // Prints the order in the editor on the chosen stationery: the editor's
+    // values go into the order first (nothing is written), then the
+    // template window opens (openTemplateWindow). printInvoiceSheet does the
+    // same for the plain invoice sheet (openInvoiceSheet).
+    void printInvoice();
+    void printInvoiceSheet();
+    // The windows printing opens, installed by the widget layer: the
+    // stationery's name and the order; the order alone for the sheet.
+    std::function<void(const QString &stationery, std::shared_ptr<Order> order)> openTemplateWindow;
+    std::function<void(std::shared_ptr<Order> order)> openInvoiceSheet;
 
     // The bill of materials of the order in the editor.
     void insertBOMTotal();

@@ -17,6 +17,7 @@ struct FilePanelRequest
     // when the user leaves it out. Open: the extensions offered (empty: any).
     QStringList fileTypes;
     QString directory;
+    QString suggestedName;  // Save: the name the panel offers ("INV12.pdf")
 };
 
 // The chosen file, or none when the user cancelled.

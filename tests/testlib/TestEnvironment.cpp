@@ -41,6 +41,10 @@ TestEnvironment::TestEnvironment()
         files.append(path);
         return true;
     };
+    workspace.composeEmail = [this](const platform::EmailMessage &message) {
+        emails.append(message);
+        return true;
+    };
     workspace.pasteboardString = [this] { return pasteboard; };
     workspace.setPasteboardString = [this](const QString &text) { pasteboard = text; };
     previousWorkspace = platform::setWorkspaceHandler(workspace);

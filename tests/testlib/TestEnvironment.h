@@ -48,6 +48,7 @@ public:
     // Workspace: what was opened; the pasteboard is a text held here.
     const QStringList &openedUrls() const { return urls; }
     const QStringList &openedFiles() const { return files; }
+    const QList<platform::EmailMessage> &composedEmails() const { return emails; }
 
     // Diagnostics: the log's lines and the text written on standard output.
     const QStringList &logLines() const { return logged; }
@@ -61,6 +62,7 @@ public:
         panelScript.clear();
         urls.clear();
         files.clear();
+        emails.clear();
     }
 
 private:
@@ -73,6 +75,7 @@ private:
     platform::FilePanelHandler previousPanels;
     QStringList urls;
     QStringList files;
+    QList<platform::EmailMessage> emails;
     QString pasteboard;
     platform::WorkspaceHandler previousWorkspace;
     QStringList logged;

@@ -7,10 +7,12 @@
 #include "app/widgets/PickerWindow.h"
 #include "app/widgets/PrefsWindow.h"
 #include "app/widgets/WelcomePanel.h"
+#include "checkout/CheckoutManager.h"
 #include "contacts/widgets/CompanyContactEditorWindow.h"
 #include "contacts/widgets/CompanyEditorWindow.h"
 #include "contacts/widgets/ContactEditorWindow.h"
 #include "items/widgets/ItemEditorWindow.h"
+#include "orders/widgets/DocumentWindows.h"
 #include "orders/widgets/OrderEditorWindow.h"
 #include "store/PrefsController.h"
 #include "tasks/widgets/AlarmNotifier.h"
@@ -41,6 +43,9 @@ ApplicationWindows::ApplicationWindows(Quorvel &controller, QObject *parent)
     companyContactEditor = std::make_unique<CompanyContactEditorWindow>(*quorvel.getCompanyContactEditor(),
                                                                         preferences->companyContactTabView, nullptr);
     alarmNotifier = std::make_unique<AlarmNotifier>(*quorvel.getActionManager());
+    documents = std::make_unique<DocumentWindows>(quorvel, *quorvel.getBOMManager());
+    documents->install(*quorvel.getOrderManager());
+    documents->install(*quorvel.getCheckoutManager());
     CompleteColumnToggle::install(main->findChild<QTableView *>(QStringLiteral("actionTableView")),
                                   *quorvel.getActionManager());
     connect(&quorvel, &Quorvel::terminateRequested, this, &ApplicationWindows::terminate);

@@ -2,7 +2,8 @@
 // The program's windows over one controller: the main window, the notepad,
 // the preferences, the welcome panel, the picker and the editors of every
 // kind of record (orders, items, tasks, bills, contacts, companies and a
-// company's people), bound to the controller's outlets. `start()` runs the
+// company's people), bound to the controller's outlets, and the windows
+// printing opens. `start()` runs the
 // controller's start-up with the windows in place and shows the main
 // window; a request to quit saves everything (the controller's
 // applicationShouldTerminate) and ends the event loop.
@@ -13,6 +14,7 @@ class AlarmNotifier;
 class BillEditorWindow;
 class CompanyContactEditorWindow;
 class CompanyEditorWindow;
+class DocumentWindows;
 class ContactEditorWindow;
 class ItemEditorWindow;
 class MainWindow;
@@ -48,6 +50,7 @@ public:
     ContactEditorWindow *contactEditorWindow() const { return contactEditor.get(); }
     CompanyEditorWindow *companyEditorWindow() const { return companyEditor.get(); }
     CompanyContactEditorWindow *companyContactEditorWindow() const { return companyContactEditor.get(); }
+    DocumentWindows *documentWindows() const { return documents.get(); }
 
 private:
     Quorvel &quorvel;
@@ -64,5 +67,6 @@ private:
     std::unique_ptr<CompanyEditorWindow> companyEditor;
     std::unique_ptr<CompanyContactEditorWindow> companyContactEditor;
     std::unique_ptr<AlarmNotifier> alarmNotifier;
+    std::unique_ptr<DocumentWindows> documents;
     bool terminated = false;
 };

@@ -3,7 +3,7 @@
 // that the controller lists, with the program's own icons and the text under
 // the icon. The user cannot move, float or customise it. rebuild() asks the
 // controller again, so a change of the optional modules shows after it.
-#include "app/ToolbarItem.h"
+#include "platform/outlets/ToolbarItem.h"
 
 #include <QHash>
 #include <QIcon>

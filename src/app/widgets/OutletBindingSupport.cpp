@@ -1,4 +1,5 @@
 #include "app/widgets/OutletBindingSupport.h"
+#include "app/widgets/Printing.h"
 
 #include "app/widgets/TableModel.h"
 #include "platform/DateReading.h"
@@ -163,11 +164,11 @@ namespace detail {
 // every print of the program.
 void printWithDialog(QWidget *widget)
 {
-    static QPrinter *const printer = new QPrinter(QPrinter::HighResolution);
-    QPrintDialog dialog(printer, widget->window());
+    QPrinter &printer = printing::sharedPrinter();
+    QPrintDialog dialog(&printer, widget->window());
     if (dialog.exec() != QDialog::Accepted)
         return;
-    printWidget(*printer, widget);
+    printWidget(printer, widget);
 }
 
 }  // namespace detail

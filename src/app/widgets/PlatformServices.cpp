@@ -10,7 +10,9 @@
 #include <QDesktopServices>
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QProcess>
 #include <QPushButton>
+#include <QStandardPaths>
 #include <QUrl>
 
 namespace platformServices {
@@ -54,6 +56,8 @@ std::optional<QString> showFilePanel(const platform::FilePanelRequest &request)
         dialog.setAcceptMode(QFileDialog::AcceptSave);
         if (!request.fileTypes.isEmpty())
             dialog.setDefaultSuffix(request.fileTypes.first());
+        if (!request.suggestedName.isEmpty())
+            dialog.selectFile(request.suggestedName);
     } else {
         dialog.setAcceptMode(QFileDialog::AcceptOpen);
         dialog.setFileMode(QFileDialog::ExistingFile);
@@ -72,6 +76,16 @@ void install()
     platform::WorkspaceHandler workspace;
     workspace.openUrl = [](const QString &url) { return QDesktopServices::openUrl(QUrl(url)); };
     workspace.openFile = [](const QString &path) { return QDesktopServices::openUrl(QUrl::fromLocalFile(path)); };
+    workspace.composeEmail = [](const platform::EmailMessage &message) {
+        const platform::EmailLaunch launch
+            = platform::emailLaunchFor(message, QStandardPaths::findExecutable(QStringLiteral("xdg-email")));
+        if (!launch.program.isEmpty())
+            return QProcess::startDetached(launch.program, launch.arguments);
+        const bool opened = QDesktopServices::openUrl(QUrl(launch.mailtoUrl, QUrl::StrictMode));
+        if (!launch.folderToShow.isEmpty())
+            QDesktopServices::openUrl(QUrl::fromLocalFile(launch.folderToShow));
+        return opened;
+    };
     workspace.pasteboardString = [] { return QGuiApplication::clipboard()->text(); };
     workspace.setPasteboardString = [](const QString &text) { QGuiApplication::clipboard()->setText(text); };
     platform::setWorkspaceHandler(workspace);

@@ -265,14 +265,20 @@ QWidget *OrderEditorWindow::makeInvoicePage()
     stationery->setMinimumContentsLength(14);
     binding::bind(orders.whichStationary, stationery);
 
-    QPushButton *print = pushButton(localised("Print..."), QStringLiteral("printInvoiceButton"));
-    print->setEnabled(false);
-    print->setToolTip(localised("Printing invoices is not available in this version yet."));
-    tabChain << stationery << print;
+    QPushButton *print
+        = pushButton(localised("Print..."), QStringLiteral("printInvoiceButton"), [this] { orders.printInvoice(); });
+    print->setToolTip(localised("Fills the chosen stationery with this order and opens it to print, save as "
+                                "PDF or e-mail"));
+    QPushButton *sheet = pushButton(localised("Print Invoice Sheet..."), QStringLiteral("printInvoiceSheetButton"),
+                                    [this] { orders.printInvoiceSheet(); });
+    QPushButton *edit = pushButton(localised("Edit Stationery..."), QStringLiteral("editInvoiceTemplateButton"),
+                                   [this] { orders.editInvoiceTemplate(); });
+    edit->setToolTip(localised("Opens the stationery folder: documents added there become choices here"));
+    tabChain << stationery << print << sheet << edit;
 
     auto *form = new QFormLayout(group);
     form->addRow(labelFor(localised("Stationer&y:"), stationery), stationery);
-    form->addRow(QString(), leftRow({print}));
+    form->addRow(QString(), leftRow({print, sheet, edit}));
     return group;
 }
 

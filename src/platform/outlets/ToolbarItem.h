@@ -1,7 +1,7 @@
 #pragma once
-// One item of the main toolbar as the controller builds it: the widget
-// layer turns it into a tool button. An item without an image has no label
-// and no action either (it is inert).
+// One item of a toolbar (the main window's, an invoice window's) as its
+// controller builds it: the widget layer turns it into a tool button. An
+// item without an image has no label and no action either (it is inert).
 #include <QString>
 #include <functional>
 

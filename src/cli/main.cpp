@@ -24,6 +24,18 @@ QString commandOf(int argc, char **argv)
     return QString();
 }
 
+QtMessageHandler standardMessages = nullptr;
+
+// Qt's note that a desktop session's runtime folder is missing says
+// nothing to a user of the command line, where there often is none.
+void dropSessionNotes(QtMsgType type, const QMessageLogContext &context, const QString &message)
+{
+    if (message.startsWith(QLatin1String("QStandardPaths: XDG_RUNTIME_DIR not set")))
+        return;
+    if (standardMessages)
+        standardMessages(type, context, message);
+}
+
 }  // namespace
 
 int main(int argc, char **argv)
@@ -33,6 +45,7 @@ int main(int argc, char **argv)
     std::unique_ptr<QCoreApplication> app;
     if (commandOf(argc, argv) == QLatin1String("invoice")) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
+        standardMessages = qInstallMessageHandler(dropSessionNotes);
         app = std::make_unique<QGuiApplication>(argc, argv);
     } else {
         app = std::make_unique<QCoreApplication>(argc, argv);

@@ -39,7 +39,7 @@ QString fileNameFrom(const QString &text)
     name = name.trimmed();
     while (name.startsWith(QLatin1Char('.')))
         name.remove(0, 1);
-    return name;
+    return name.trimmed();
 }
 
 }  // namespace

@@ -457,6 +457,15 @@ int OrderManager::countAttachments(int orderId)
     return orderAttachments::count(orderId);
 }
 
+void OrderManager::attachmentAdded(int orderId)
+{
+    if (!currentItem || currentItem->getID() != orderId)
+        return;
+    numberofAttachments = countAttachments(orderId);
+    setAttachmentStatus();
+    updateIcon();
+}
+
 void OrderManager::setAttachmentStatus()
 {
     if (attachmentText->isConnected())

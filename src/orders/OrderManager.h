@@ -81,6 +81,10 @@ public:
     void fileDropped(const QString &path);
     static int countAttachments(int orderId);
     void setAttachmentStatus();
+    // A file was added to the order's attachments folder by the program
+    // (an e-mailed invoice): the editor counts them again when that order
+    // is the one open.
+    void attachmentAdded(int orderId);
     void viewAttachments();
     // Moves the order's attachments into the holding folder, from where an
     // undone deletion takes them back; answers where they went ("" for none).

@@ -15,12 +15,15 @@ struct CliResult
     QByteArray err;
 };
 
-CliResult runProgram(const QString &program, const QStringList &arguments, const QString &home);
+// `unset` names environment variables the program must not see (the
+// display, say).
+CliResult runProgram(const QString &program, const QStringList &arguments, const QString &home,
+                     const QStringList &unset = {});
 
 #ifdef QUORVEL_CLI_PATH
-inline CliResult runCli(const QStringList &arguments, const QString &home)
+inline CliResult runCli(const QStringList &arguments, const QString &home, const QStringList &unset = {})
 {
-    return runProgram(QStringLiteral(QUORVEL_CLI_PATH), arguments, home);
+    return runProgram(QStringLiteral(QUORVEL_CLI_PATH), arguments, home, unset);
 }
 #endif
 

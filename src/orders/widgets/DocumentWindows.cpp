@@ -26,10 +26,7 @@ void DocumentWindows::install(OrderManager &manager)
         auto *window = new CustomInvoiceWindow(&services);
         windows << window;
         CustomInvoiceController &invoice = window->controller();
-        invoice.onAttachmentAdded = [&manager](int orderId) {
-            if (manager.getCurrentItem() && manager.getCurrentItem()->getID() == orderId)
-                manager.setAttachmentStatus();
-        };
+        invoice.onAttachmentAdded = [&manager](int orderId) { manager.attachmentAdded(orderId); };
         invoice.setWhichStationary(name);
         invoice.setbomDataSource(&bom);
         invoice.setOrder(std::move(order));

@@ -379,10 +379,13 @@ void Quorvel::help()
     const QString folder
         = QStandardPaths::writableLocation(QStandardPaths::CacheLocation) + QStringLiteral("/Quorvel/help");
     QDir().mkpath(folder);
+    const QDir pages(QStringLiteral(":/core/help"));
+    for (const QString &name : pages.entryList(QDir::Files)) {
+        QFile source(pages.filePath(name));
+        if (source.open(QIODevice::ReadOnly))
+            writeExport(folder + QLatin1Char('/') + name, source.readAll());
+    }
     const QString page = folder + QStringLiteral("/index.html");
-    QFile source(QStringLiteral(":/core/help/index.html"));
-    if (source.open(QIODevice::ReadOnly))
-        writeExport(page, source.readAll());
     platform::openFile(page);
     Q_EMIT helpRequested();
 }

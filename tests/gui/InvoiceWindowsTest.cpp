@@ -62,6 +62,10 @@ private Q_SLOTS:
         auto *stationery = editor->findChild<QComboBox *>(QStringLiteral("whichStationary"));
         QCOMPARE(stationery->count(), 2);
         QCOMPARE(stationery->currentText(), QStringLiteral("Invoice"));
+        QTest::mouseClick(editor->findChild<QPushButton *>(QStringLiteral("editInvoiceTemplateButton")),
+                          Qt::LeftButton);
+        QCOMPARE(TestEnvironment::current().openedFiles(),
+                 QStringList{platform::paths::quorvelDir() + QStringLiteral("/stationary")});
         const QByteArray ordersBefore = testlib::readFile(platform::paths::bundleFile(QStringLiteral("orders.xml")));
 
         auto *title = editor->findChild<QLineEdit *>(QStringLiteral("title"));

@@ -92,6 +92,7 @@ Quorvel::Quorvel(QObject *parent)
 
     // What one area announces, the others follow.
     connect(bomManager.get(), &BOMManager::stockChanged, itemManager.get(), &ItemManager::filter);
+    connect(bomManager.get(), &BOMManager::linesChanged, checkoutManager.get(), &CheckoutManager::linesChanged);
     for (OrderManager *editor : {orderManager.get(), static_cast<OrderManager *>(checkoutManager.get())})
         for (OrderManager *follower : {orderManager.get(), static_cast<OrderManager *>(checkoutManager.get())})
             connect(editor, &OrderManager::contactConnected, follower, &OrderManager::updateContactFields);

@@ -79,8 +79,8 @@ public:
     Outlet *determineFrontView() const;
     void deleteMenuItem();
     void editMenuItem();
-    void checkout();
-    void bringOrdersToFront();
+    void checkout() override;
+    void bringOrdersToFront() override;
     // Export of the front view's table. With no file name chosen nothing is
     // written; a failed write is logged. Answer whether a file was written.
     bool exportCSVMenuItem();

@@ -1,5 +1,7 @@
 #include "items/ItemManager.h"
 
+#include "items/StockCodes.h"
+
 #include "contacts/Contact.h"
 #include "items/Item.h"
 #include "items/SupplierDataSource.h"
@@ -39,6 +41,7 @@ ItemManager::ItemManager(QuorvelServices *controller, QObject *parent)
       supplierName(new TextField(this)),
       warnLevel(new TextField(this))
 {
+    codes = std::make_unique<StockCodes>(*this);
     stockFilter->addItems({localised("All"), localised("In Stock")});
     stockFilter->selectItemAtIndex(0);
     // Stored in the items file as they stand, so not translated.
@@ -51,6 +54,11 @@ ItemManager::ItemManager(QuorvelServices *controller, QObject *parent)
 }
 
 ItemManager::~ItemManager() = default;
+
+Item *ItemManager::getItemByCode(const QString &wanted)
+{
+    return codes->itemWithCode(wanted);
+}
 
 void ItemManager::fillStatusPopUp()
 {
@@ -137,6 +145,7 @@ void ItemManager::finish()
     if (!item)
         return;
     item->setCode(code->stringValue());
+    codes->codesChanged();
     item->setDescription(description->string());
     item->setItem(name->stringValue());
     item->setPrice(price->stringValue());

@@ -12,6 +12,8 @@
 #include <QByteArray>
 #include <memory>
 
+class StockCodes;
+
 class Item;
 
 class ItemManager : public ListManager
@@ -71,6 +73,9 @@ public:
     void filter() override;
 
     Item *getCurrentItem() const { return currentItem.get(); }
+    // The item of that code (the first when several share it), found
+    // without going through the list; none when no item has it.
+    Item *getItemByCode(const QString &code);
     bool isCreating() const { return creating; }
 
     // Outlets of the list.
@@ -97,6 +102,7 @@ protected:
     QString describe(const dataObject &record) const override;
 
 private:
+    std::unique_ptr<StockCodes> codes;
     // A new item with the next id, the prefixed code and the default
     // low-stock level, now the editor's item (creating).
     void makeNewItem();

@@ -193,6 +193,7 @@ void BOMManager::setObjectValueForTableColumn(const QString &value, const QStrin
 
     if (columnId == "cost"_L1 || columnId == "qty"_L1)
         line->recalcTotal();
+    Q_EMIT linesChanged();
 }
 
 void BOMManager::didClickTableColumn(const QString &columnId, bool ascending)
@@ -238,6 +239,7 @@ void BOMManager::addProduct(Item *item)
     setContactfor(line.get());
     add(line);
     Q_EMIT stockChanged();
+    Q_EMIT linesChanged();
 }
 
 void BOMManager::addTime(Action *task)
@@ -254,12 +256,14 @@ void BOMManager::addTime(Action *task)
     line->setTotal(task->getTotalCharge());
     add(line);
     Q_EMIT stockChanged();
+    Q_EMIT linesChanged();
 }
 
 void BOMManager::create()
 {
     add(Material::withOrder(currentOrder));
     reloadData();
+    Q_EMIT linesChanged();
 }
 
 void BOMManager::duplicateMaterialsFromOrder(int fromOrder, int toOrder)
@@ -314,6 +318,7 @@ void BOMManager::deleteRecord(dataObject *record)
     clampSelection(table);
     clampSelection(checkoutTableView);
     Q_EMIT stockChanged();
+    Q_EMIT linesChanged();
 }
 
 void BOMManager::clampSelection(TableView *view) const

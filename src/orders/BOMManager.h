@@ -74,6 +74,9 @@ Q_SIGNALS:
     void beep();
     // Lines took stock or gave it back: the stock list shows it again.
     void stockChanged();
+    // A line was added, removed or edited in its table: the totals of the
+    // order it belongs to may have changed.
+    void linesChanged();
 
 protected:
     QString describe(const dataObject &record) const override;

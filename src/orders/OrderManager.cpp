@@ -116,6 +116,16 @@ OrderManager::OrderManager(QuorvelServices *controller, QObject *parent)
         if (isKey)
             windowDidBecomeKey();
     });
+    disconnect(table, &TableView::doubleClicked, this, nullptr);
+    connect(table, &TableView::doubleClicked, this, &OrderManager::doubleClick);
+}
+
+void OrderManager::doubleClick()
+{
+    if (doubleClickOpensCheckout && quorvel)
+        quorvel->checkout();
+    else
+        edit();
 }
 
 OrderManager::~OrderManager() = default;

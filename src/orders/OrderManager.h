@@ -52,7 +52,11 @@ public:
     // The editor window became key: the checkout is asked to resign.
     virtual void windowDidBecomeKey();
 
-    // The list.
+    // The list. A double click on an order opens it in the order editor,
+    // or, while the checkout asks for it, in the checkout.
+    void doubleClick();
+    void setDoubleClickOpensCheckout(bool on) { doubleClickOpensCheckout = on; }
+    bool isDoubleClickOpeningCheckout() const { return doubleClickOpensCheckout; }
     void filter() override;
     void didClickTableColumn(const QString &columnId, bool ascending) override;
     std::optional<RgbaColour> labelColorForRow(int row) const override;
@@ -117,7 +121,7 @@ public:
     // values go into the order first (nothing is written), then the
     // template window opens (openTemplateWindow). printInvoiceSheet does the
     // same for the plain invoice sheet (openInvoiceSheet).
-    void printInvoice();
+    virtual void printInvoice();
     void printInvoiceSheet();
     // The windows printing opens, installed by the widget layer: the
     // stationery's name and the order; the order alone for the sheet.
@@ -209,5 +213,6 @@ protected:
 
 private:
     std::unique_ptr<RecurringOrders> recurring;
+    bool doubleClickOpensCheckout = false;
     std::unique_ptr<RepeatChecker> repeatChecker;
 };

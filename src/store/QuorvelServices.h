@@ -72,6 +72,10 @@ public:
     // Whether the sender of a command is the checkout.
     virtual bool isCheckout(const QObject *sender) const = 0;
     virtual void editContactForCurrentOrder() = 0;
+    // The checkout on the order selected in the orders list, or on a new
+    // sale; and the orders tab to the front, to choose an order in it.
+    virtual void checkout() = 0;
+    virtual void bringOrdersToFront() = 0;
 
     // Writes the file of the manager that sends it (all six for the
     // controller itself, nothing for any other sender).

@@ -348,7 +348,8 @@ private Q_SLOTS:
         quorvel.getOrderManager()->getTableView()->selectRow(0);
 
         quorvel.checkout();  // the order list does not have focus: a new sale
-        QCOMPARE(quorvel.getCheckoutManager()->getEditedOrder(), nullptr);
+        QVERIFY(quorvel.getCheckoutManager()->isCreating());
+        QVERIFY(quorvel.getCheckoutManager()->getEditedOrder() != order);
         QVERIFY(quorvel.getCheckoutManager()->isOpen());
 
         quorvel.mainWindow->widgetFocusChanged(quorvel.getOrderManager()->getTableView());

@@ -63,7 +63,7 @@ void FakeServices::connectContact(Contact *contact, int orderId)
 
 bool FakeServices::isCheckout(const QObject *sender) const
 {
-    return checkout && sender == checkout;
+    return checkoutManager && sender == checkoutManager;
 }
 
 }  // namespace testlib

@@ -27,7 +27,7 @@ public:
     BOMManager *bom = nullptr;
     ItemManager *items = nullptr;
     OrderManager *orders = nullptr;
-    CheckoutManager *checkout = nullptr;
+    CheckoutManager *checkoutManager = nullptr;
     SupplierDataSource *suppliers = nullptr;
     CompanyEditor *companyEditor = nullptr;
     CompanyContactEditor *companyContactEditor = nullptr;
@@ -43,7 +43,7 @@ public:
     BOMManager *getBOMManager() const override { return bom; }
     ItemManager *getItemManager() const override { return items; }
     OrderManager *getOrderManager() const override { return orders; }
-    CheckoutManager *getCheckoutManager() const override { return checkout; }
+    CheckoutManager *getCheckoutManager() const override { return checkoutManager; }
     SupplierDataSource *getSupplierDataSource() const override { return suppliers; }
     CompanyEditor *getCompanyEditor() const override { return companyEditor; }
     CompanyContactEditor *getCompanyContactEditor() const override { return companyContactEditor; }
@@ -67,6 +67,10 @@ public:
     void requestCheckoutManagerResign() override { }
     bool isCheckout(const QObject *sender) const override;
     void editContactForCurrentOrder() override { }
+    void checkout() override { ++checkouts; }
+    void bringOrdersToFront() override { ++ordersBroughtToFront; }
+    int checkouts = 0;
+    int ordersBroughtToFront = 0;
     bool writeDatabase(const QObject *sender) override
     {
         writes << sender;

@@ -8,6 +8,7 @@
 #include "app/widgets/PrefsWindow.h"
 #include "app/widgets/WelcomePanel.h"
 #include "checkout/CheckoutManager.h"
+#include "checkout/widgets/CheckoutWindow.h"
 #include "contacts/widgets/CompanyContactEditorWindow.h"
 #include "contacts/widgets/CompanyEditorWindow.h"
 #include "contacts/widgets/ContactEditorWindow.h"
@@ -46,6 +47,7 @@ ApplicationWindows::ApplicationWindows(Quorvel &controller, QObject *parent)
     documents = std::make_unique<DocumentWindows>(quorvel, *quorvel.getBOMManager());
     documents->install(*quorvel.getOrderManager());
     documents->install(*quorvel.getCheckoutManager());
+    checkout = std::make_unique<CheckoutWindow>(*quorvel.getCheckoutManager());
     CompleteColumnToggle::install(main->findChild<QTableView *>(QStringLiteral("actionTableView")),
                                   *quorvel.getActionManager());
     connect(&quorvel, &Quorvel::terminateRequested, this, &ApplicationWindows::terminate);

@@ -2,8 +2,8 @@
 // The program's windows over one controller: the main window, the notepad,
 // the preferences, the welcome panel, the picker and the editors of every
 // kind of record (orders, items, tasks, bills, contacts, companies and a
-// company's people), bound to the controller's outlets, and the windows
-// printing opens. `start()` runs the
+// company's people), the checkout, bound to the controller's outlets, and
+// the windows printing opens. `start()` runs the
 // controller's start-up with the windows in place and shows the main
 // window; a request to quit saves everything (the controller's
 // applicationShouldTerminate) and ends the event loop.
@@ -12,6 +12,7 @@
 
 class AlarmNotifier;
 class BillEditorWindow;
+class CheckoutWindow;
 class CompanyContactEditorWindow;
 class CompanyEditorWindow;
 class DocumentWindows;
@@ -51,6 +52,7 @@ public:
     CompanyEditorWindow *companyEditorWindow() const { return companyEditor.get(); }
     CompanyContactEditorWindow *companyContactEditorWindow() const { return companyContactEditor.get(); }
     DocumentWindows *documentWindows() const { return documents.get(); }
+    CheckoutWindow *checkoutWindow() const { return checkout.get(); }
 
 private:
     Quorvel &quorvel;
@@ -68,5 +70,6 @@ private:
     std::unique_ptr<CompanyContactEditorWindow> companyContactEditor;
     std::unique_ptr<AlarmNotifier> alarmNotifier;
     std::unique_ptr<DocumentWindows> documents;
+    std::unique_ptr<CheckoutWindow> checkout;
     bool terminated = false;
 };

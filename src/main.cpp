@@ -4,6 +4,10 @@
 #include "app/widgets/ApplicationWindows.h"
 #include "app/widgets/MainWindow.h"
 #include "app/widgets/PlatformServices.h"
+#include "checkout/CheckoutManager.h"
+#include "checkout/widgets/CheckoutWindow.h"
+#include "orders/Order.h"
+#include "platform/Alerts.h"
 #include "platform/Paths.h"
 #include "platform/StringTable.h"
 #include "platform/TerminationSignals.h"
@@ -33,6 +37,17 @@ void answerWelcomePanelAutomatically()
     });
 }
 
+// The order with that number, none when there is no such order.
+Order *orderNumbered(const OrderManager &orders, const QString &number)
+{
+    for (int n = 0; n < orders.getCount(); ++n) {
+        auto *order = static_cast<Order *>(orders.getnthItem(n));
+        if (order->getOrderNum() == number)
+            return order;
+    }
+    return nullptr;
+}
+
 }  // namespace
 
 int main(int argc, char **argv)
@@ -53,15 +68,23 @@ int main(int argc, char **argv)
                                                     "are then kept in DIR/Quorvel too)."),
                                      QStringLiteral("DIR"));
     const QCommandLineOption screenshot(QStringLiteral("screenshot"),
-                                        QStringLiteral("Start, render the main window to the PNG FILE and exit "
-                                                       "without saving."),
+                                        QStringLiteral("Start, render the main window (the checkout when it is "
+                                                       "open) to the PNG FILE and exit without saving."),
                                         QStringLiteral("FILE"));
     const QCommandLineOption timing(QStringLiteral("startup-time"),
                                     QStringLiteral("Print the time to a usable main window on standard error."));
     const QCommandLineOption tab(QStringLiteral("tab"),
                                  QStringLiteral("Show the tab with identifier ID (1, 2, 3, pro, pro2, pro3) at start."),
                                  QStringLiteral("ID"));
+    const QCommandLineOption checkout(QStringLiteral("checkout"),
+                                      QStringLiteral("Open the checkout on a new sale at start (a shop counter)."));
+    const QCommandLineOption checkoutOrder(
+        QStringLiteral("checkout-order"),
+        QStringLiteral("Open the checkout at start on the order numbered NUMBER (as INV12), to take payment on it."),
+        QStringLiteral("NUMBER"));
     options.addOption(tab);
+    options.addOption(checkout);
+    options.addOption(checkoutOrder);
     options.addOption(dataDir);
     options.addOption(screenshot);
     options.addOption(timing);
@@ -72,6 +95,14 @@ int main(int argc, char **argv)
     platform::installStringTable();
     platformServices::install();
 
+    if (options.isSet(screenshot)) {
+        // A picture never waits for an answer: an alert takes its default
+        // button and is said on standard error.
+        platform::setAlertHandler([](const platform::Alert &alert) {
+            std::fprintf(stderr, "quorvel: %s (answered with its default button)\n", qPrintable(alert.message));
+            return 1;
+        });
+    }
     Quorvel quorvel;
     ApplicationWindows windows(quorvel);
     if (options.isSet(screenshot))
@@ -79,6 +110,16 @@ int main(int argc, char **argv)
     windows.start();
     if (options.isSet(tab))
         quorvel.mainTabView->selectTabViewItemWithIdentifier(options.value(tab));
+    if (options.isSet(checkoutOrder)) {
+        Order *order = orderNumbered(*quorvel.getOrderManager(), options.value(checkoutOrder));
+        if (!order) {
+            std::fprintf(stderr, "quorvel: no order numbered %s\n", qPrintable(options.value(checkoutOrder)));
+            return 2;
+        }
+        quorvel.getCheckoutManager()->edit(order);
+    } else if (options.isSet(checkout)) {
+        quorvel.getCheckoutManager()->edit(nullptr);
+    }
 
     if (options.isSet(timing) || options.isSet(screenshot)) {
         QApplication::processEvents();
@@ -87,7 +128,9 @@ int main(int argc, char **argv)
                          static_cast<long long>(sinceStart.elapsed()));
     }
     if (options.isSet(screenshot)) {
-        const bool saved = windows.mainWindow()->grab().save(options.value(screenshot), "PNG");
+        QWidget *front = quorvel.getCheckoutManager()->isOpen() ? static_cast<QWidget *>(windows.checkoutWindow())
+                                                                : windows.mainWindow();
+        const bool saved = front->grab().save(options.value(screenshot), "PNG");
         if (!saved)
             std::fprintf(stderr, "quorvel: cannot write %s\n", qPrintable(options.value(screenshot)));
         return saved ? 0 : 1;

@@ -58,6 +58,7 @@ void CheckoutManager::edit(Order *order)
     if (order) {
         currentItem = shareOf(order);
         setItem(order);
+        valueWithTax->setStringValue(order->getValueWithTax());
         creating = false;
     } else {
         create();
@@ -173,9 +174,14 @@ void CheckoutManager::linesChanged()
 {
     if (!currentItem || !quorvel || quorvel->getCurrentOrder() != currentItem->getID())
         return;
+    // The lines as they are now, the one just added included.
+    quorvel->getBOMManager()->reloadData();
     insertBOMTotal();
     if (platform::floatValue(currentItem->getTaxRate()) != 0.0f)
         calculateTax();
+    float total = value->floatValue() + taxAmount->floatValue();
+    total = total + shipping->floatValue();
+    valueWithTax->setFloatValue(total);
 }
 
 void CheckoutManager::finish()

@@ -1,6 +1,7 @@
 #include "FakeServices.h"
 
 #include "checkout/CheckoutManager.h"
+#include "orders/BOMManager.h"
 #include "contacts/Contact.h"
 #include "contacts/ContactManager.h"
 #include "items/Item.h"
@@ -53,6 +54,15 @@ QString FakeServices::getCurrentContactIdAsString() const
 Item *FakeServices::getProductbyId(int id) const
 {
     return items ? static_cast<Item *>(items->getItemById(id)) : nullptr;
+}
+
+void FakeServices::setCurrentOrder(int orderId)
+{
+    currentOrder = orderId;
+    if (bom) {
+        bom->setCurrentOrder(orderId);
+        bom->reloadData();
+    }
 }
 
 void FakeServices::connectContact(Contact *contact, int orderId)

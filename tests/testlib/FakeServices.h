@@ -58,7 +58,8 @@ public:
     QString getCurrentContactIdAsString() const override;
     Item *getProductbyId(int id) const override;
     int getCurrentOrder() const override { return currentOrder; }
-    void setCurrentOrder(int orderId) override { currentOrder = orderId; }
+    // As the controller does: the bill of materials shows that order's lines.
+    void setCurrentOrder(int orderId) override;
     void connectContact(Contact *contact, int orderId) override;
     bool hasTime() const override { return time; }
     bool hasData() const override { return data; }

@@ -163,6 +163,9 @@ QWidget *CheckoutWindow::makeLinesGroup()
     lines->setObjectName(QStringLiteral("checkoutTableView"));
     lines->setMinimumHeight(200);
     binding::bind(bom->checkoutTableView, lines);
+    // The item's name takes the room the figures leave.
+    lines->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    lines->horizontalHeader()->setSectionResizeMode(0, QHeaderView::Stretch);
     auto *remove = new QShortcut(QKeySequence(Qt::Key_Delete), lines, nullptr, nullptr, Qt::WidgetShortcut);
     connect(remove, &QShortcut::activated, this, [this] { checkout.checkoutDeleteItem(); });
     auto *back = new QShortcut(QKeySequence(Qt::Key_Backspace), lines, nullptr, nullptr, Qt::WidgetShortcut);
@@ -199,6 +202,9 @@ QWidget *CheckoutWindow::makeTotalsGroup()
     form->addRow(localised("Shipping:"), figure(shown(checkout.shipping, QStringLiteral("shipping"), 14)));
     form->addRow(localised("Total:"), figure(shown(checkout.valueWithTax, QStringLiteral("valueWithTax"), 20, true)));
     form->addRow(localised("Paid:"), figure(shown(checkout.deposit, QStringLiteral("deposit"), 14)));
+    // The dates tendering stamps: a part payment's, and the day it was paid in full.
+    form->addRow(localised("Paid on:"), figure(shown(checkout.depositPaid, QStringLiteral("depositPaid"))));
+    form->addRow(localised("Paid in full on:"), figure(shown(checkout.balancePaid, QStringLiteral("balancePaid"))));
     auto *due = new QLabel(localised("Due:"));
     QFont large = due->font();
     large.setPointSize(24);
@@ -229,7 +235,7 @@ QWidget *CheckoutWindow::makeCommandRow()
     large.setPointSize(large.pointSize() + 4);
     large.setBold(true);
     pay->setFont(large);
-    pay->setMinimumHeight(44);
+    pay->setMinimumHeight(36);
     auto *layout = new QHBoxLayout(row);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(labelFor(localised("Stationer&y:"), stationery));

@@ -107,8 +107,12 @@ Material *BOMManager::rankedLine(int n) const
 
 void BOMManager::setCurrentOrder(int orderId)
 {
-    currentOrder = orderId;
-    invalidateRanks();
+    // The same order again (a reload) keeps its index: lines appended since
+    // are added to it, and a changed collection is noticed by the index.
+    if (orderId != currentOrder) {
+        currentOrder = orderId;
+        invalidateRanks();
+    }
     ensureRanks();
     numberForThisOrder = int(ranks.size());
 }

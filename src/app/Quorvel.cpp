@@ -146,12 +146,12 @@ void Quorvel::awakeFromNib()
     if (QFileInfo(platform::paths::bundleDir()).isDir()) {
         readDatabase();
     } else if (QFileInfo::exists(platform::paths::legacyDatabaseFile())) {
-        // The import of a first-generation database is not built yet: the
-        // offer is made, and the program starts empty either way.
-        platform::runAlert(
+        const int answer = platform::runAlert(
             localised("Import Quorvel Database"),
             localised("An earlier version of Quorvel (v1.x) has been found. Do you want to import the data?"),
             localised("OK"), localised("Cancel"));
+        if (answer == 1)
+            importQuorvelDatabase();
     }
     // The alarm watch runs whatever was read: tasks made on a first start
     // ring too.

@@ -12,6 +12,7 @@
 #include "platform/outlets/Window.h"
 #include "store/DatabaseBundle.h"
 #include "store/DeletionHistory.h"
+#include "contacts/ContactsCsv.h"
 #include "store/QuorvelServices.h"
 
 #include <QObject>
@@ -87,6 +88,20 @@ public:
     bool exportHTMLMenuItem();
     void printMenuItem();
     void help();
+
+    // Imports. The first-generation database: after the warning, or at
+    // once; answers whether anything was imported. Contacts from a CSV file:
+    // the file is chosen, its columns matched to contact fields (the
+    // chooseContactColumns hook shows the preview; without one the headings
+    // decide), and the new contacts written.
+    bool importQuorvelDatabaseWithWarning();
+    bool importQuorvelDatabase();
+    void importContacts();
+    bool openPanelDidEnd(const QString &path);
+    // The preview of a CSV file's first rows: answers the field each column
+    // goes to, or none when the user cancelled.
+    std::function<std::optional<QList<contactsCsv::Field>>(const contactsCsv::Preview &preview)>
+        chooseContactColumns;
     void editContactForCurrentOrder() override;
     // Brings back the last record deleted from any list (Edit > Undo Delete).
     void undoDelete();

@@ -24,6 +24,8 @@ public:
     // The collection of a kind as the command line names it ("contacts",
     // "orders", "items", "materials", "bills", "tasks"); nullptr for others.
     const kdDataSource *collection(const QString &kind) const;
+    // The bundle itself, for the commands that change the collections.
+    DatabaseBundle &getBundle() { return bundle; }
 
 private:
     kdDataSource contacts, orders, items, materials, bills, actions;

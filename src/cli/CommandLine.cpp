@@ -5,6 +5,7 @@
 #include "cli/CliDatabase.h"
 #include "cli/CliOptions.h"
 #include "cli/CliOutput.h"
+#include "cli/ImportCommands.h"
 #include "cli/InvoiceCommand.h"
 #include "cli/ReportCommands.h"
 #include "contacts/ContactManager.h"
@@ -289,6 +290,10 @@ int run(const QStringList &arguments, QIODevice &out, QIODevice &err)
         return accountsCommand(rest, out, err);
     if (command == QLatin1String("invoice"))
         return invoiceCommand(rest, out, err);
+    if (command == QLatin1String("import-legacy"))
+        return importLegacyCommand(rest, out, err);
+    if (command == QLatin1String("import-contacts"))
+        return importContactsCommand(rest, out, err);
     if (command == QLatin1String("help")) {
         out.write(usage().toUtf8());
         return Success;

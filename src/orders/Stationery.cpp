@@ -1,10 +1,10 @@
 #include "orders/Stationery.h"
 
+#include "platform/Folders.h"
 #include "platform/Log.h"
 #include "platform/Paths.h"
 
 #include <QDir>
-#include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
 
@@ -112,30 +112,7 @@ void createHeaderAndFooterIfNecessary()
 
 bool copyPackage(const QString &from, const QString &to)
 {
-    const QFileInfo source(from);
-    if (!source.exists() || QFileInfo::exists(to))
-        return false;
-    const auto writable = [](const QString &path) {
-        QFile::setPermissions(path, QFile::permissions(path) | QFileDevice::ReadOwner | QFileDevice::WriteOwner);
-    };
-    if (!source.isDir()) {
-        if (!QFile::copy(from, to))
-            return false;
-        writable(to);
-        return true;
-    }
-    bool ok = QDir().mkpath(to);
-    QDirIterator files(from, QDir::Files | QDir::Hidden | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
-    while (ok && files.hasNext()) {
-        const QString file = files.next();
-        const QString target = to + file.mid(from.size());
-        ok = QDir().mkpath(QFileInfo(target).path()) && QFile::copy(file, target);
-        if (ok)
-            writable(target);
-    }
-    if (!ok)
-        QDir(to).removeRecursively();
-    return ok;
+    return platform::copyFolder(from, to);
 }
 
 }  // namespace stationery

@@ -117,6 +117,11 @@ QString legacyDatabaseFile()
     return join(homeDir(), QStringLiteral("Quorvel/quorveldatabase.xml"));
 }
 
+QString legacyAttachmentsDir()
+{
+    return join(homeDir(), QStringLiteral("Library/Quorvel/Attachments"));
+}
+
 QString caseInsensitiveChild(const QString &parent, const QString &name)
 {
     const QString exact = join(parent, name);

@@ -31,6 +31,7 @@ QString itemImagePath(int itemId);  // <bundle>/ItemImages/<id>.tiff
 QString attachmentsDir();  // <bundle>/Attachments (either spelling found on disk)
 QString reportsDir();  // <support>/Quorvel/reports (either spelling found on disk)
 QString legacyDatabaseFile();  // ~/Quorvel/quorveldatabase.xml
+QString legacyAttachmentsDir();  // ~/Library/Quorvel/Attachments
 
 // A child folder of `parent` whose name matches `name` ignoring letter case:
 // the existing one when there is one, else parent/name.

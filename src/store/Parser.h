@@ -39,6 +39,8 @@ public:
     void initWithData(const QByteArray &bytes);
 
     quint32 length() const { return l; }
+    // How many bytes have been taken so far.
+    quint32 position() const { return quint32(counter); }
 
     // Takes the next byte into aBuffer; false at the end of the input.
     bool getNextByte();

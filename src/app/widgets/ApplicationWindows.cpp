@@ -12,6 +12,7 @@
 #include "contacts/widgets/CompanyContactEditorWindow.h"
 #include "contacts/widgets/CompanyEditorWindow.h"
 #include "contacts/widgets/ContactEditorWindow.h"
+#include "contacts/widgets/ContactsImportWindow.h"
 #include "items/widgets/ItemEditorWindow.h"
 #include "orders/widgets/DocumentWindows.h"
 #include "orders/widgets/OrderEditorWindow.h"
@@ -48,6 +49,9 @@ ApplicationWindows::ApplicationWindows(Quorvel &controller, QObject *parent)
     documents->install(*quorvel.getOrderManager());
     documents->install(*quorvel.getCheckoutManager());
     checkout = std::make_unique<CheckoutWindow>(*quorvel.getCheckoutManager());
+    quorvel.chooseContactColumns = [this](const contactsCsv::Preview &preview) {
+        return ContactsImportWindow::choose(preview, main.get());
+    };
     CompleteColumnToggle::install(main->findChild<QTableView *>(QStringLiteral("actionTableView")),
                                   *quorvel.getActionManager());
     connect(&quorvel, &Quorvel::terminateRequested, this, &ApplicationWindows::terminate);

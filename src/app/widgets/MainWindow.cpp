@@ -207,6 +207,10 @@ void MainWindow::buildMenus()
               QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_E), [q] { q->exportCSVMenuItem(); });
     addAction(file, QStringLiteral("exportHTMLAction"), localised("Export as HTML..."),
               QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_H), [q] { q->exportHTMLMenuItem(); });
+    addAction(file, QStringLiteral("importContactsAction"), localised("Import Contacts..."), QKeySequence(),
+              [q] { q->importContacts(); });
+    addAction(file, QStringLiteral("importLegacyAction"), localised("Import First-Generation Database..."),
+              QKeySequence(), [q] { q->importQuorvelDatabaseWithWarning(); });
     addAction(file, QStringLiteral("printAction"), localised("Print..."), QKeySequence::Print,
               [q] { q->printMenuItem(); });
     file->addSeparator();

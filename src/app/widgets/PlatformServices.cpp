@@ -2,6 +2,7 @@
 
 #include "platform/Alerts.h"
 #include "platform/FilePanels.h"
+#include "platform/Progress.h"
 #include "platform/Localised.h"
 #include "platform/Workspace.h"
 
@@ -10,7 +11,9 @@
 #include <QDesktopServices>
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QPointer>
 #include <QProcess>
+#include <QProgressDialog>
 #include <QPushButton>
 #include <QStandardPaths>
 #include <QUrl>
@@ -67,12 +70,36 @@ std::optional<QString> showFilePanel(const platform::FilePanelRequest &request)
     return dialog.selectedFiles().first();
 }
 
+// A progress window for long work, shown once the work has taken half a
+// second; the events it lets through keep the windows drawn.
+bool showProgress(const QString &what, qint64 done, qint64 total)
+{
+    static QPointer<QProgressDialog> window;
+    if (done >= total) {
+        delete window.data();
+        return true;
+    }
+    if (!window) {
+        window = new QProgressDialog(what, QString(), 0, 1000, QApplication::activeWindow());
+        window->setObjectName(QStringLiteral("progressWindow"));
+        window->setWindowModality(Qt::ApplicationModal);
+        window->setMinimumDuration(500);
+        window->setAutoClose(false);
+        window->setAutoReset(false);
+    }
+    window->setLabelText(what);
+    window->setValue(total > 0 ? int(done * 1000 / total) : 0);
+    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    return !window->wasCanceled();
+}
+
 }  // namespace
 
 void install()
 {
     platform::setAlertHandler(showAlert);
     platform::setFilePanelHandler(showFilePanel);
+    platform::setProgressHandler(showProgress);
     platform::WorkspaceHandler workspace;
     workspace.openUrl = [](const QString &url) { return QDesktopServices::openUrl(QUrl(url)); };
     workspace.openFile = [](const QString &path) { return QDesktopServices::openUrl(QUrl::fromLocalFile(path)); };

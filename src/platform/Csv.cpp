@@ -62,7 +62,8 @@ void Reader::start()
         // the end of the sample is no error), else Latin-1, as the programs
         // of other systems write.
         QStringDecoder trial(QStringConverter::Utf8);
-        trial.decode(head);
+        const QString sample = trial.decode(head);
+        Q_UNUSED(sample);
         encoding = trial.hasError() ? QStringConverter::Latin1 : QStringConverter::Utf8;
     }
     decoder = QStringDecoder(*encoding, QStringConverter::Flag::ConvertInitialBom);

@@ -4,10 +4,13 @@
 #include "app/widgets/ApplicationWindows.h"
 #include "app/widgets/MainWindow.h"
 #include "app/widgets/PlatformServices.h"
+#include "app/widgets/SingleInstance.h"
 #include "checkout/CheckoutManager.h"
 #include "checkout/widgets/CheckoutWindow.h"
 #include "orders/Order.h"
 #include "platform/Alerts.h"
+#include "platform/Localised.h"
+#include "store/DatabaseLock.h"
 #include "platform/Paths.h"
 #include "platform/StringTable.h"
 #include "platform/TerminationSignals.h"
@@ -20,6 +23,8 @@
 #include <QElapsedTimer>
 #include <QTimer>
 #include <cstdio>
+
+using platform::localised;
 
 namespace {
 
@@ -103,10 +108,28 @@ int main(int argc, char **argv)
             return 1;
         });
     }
+    // One program per data folder. A picture never writes, so it needs
+    // neither the lock nor the socket.
+    DatabaseLock lock;
+    SingleInstance instance;
+    if (!options.isSet(screenshot)) {
+        if (SingleInstance::askRunningToShow(DatabaseLock::serverName()))
+            return 0;
+        if (!lock.tryLock()) {
+            platform::runAlert(localised("The database is open in another Quorvel."),
+                               localised("%1 is being used by %2. Quit that Quorvel, or wait until the command "
+                                         "using it has finished, and start again.")
+                                   .arg(platform::paths::bundleDir(), lock.holder()),
+                               localised("Quit"));
+            return 1;
+        }
+    }
     Quorvel quorvel;
     ApplicationWindows windows(quorvel);
     if (options.isSet(screenshot))
         answerWelcomePanelAutomatically();
+    else
+        instance.listen(DatabaseLock::serverName(), [&windows] { windows.showMainWindow(); });
     windows.start();
     if (options.isSet(tab))
         quorvel.mainTabView->selectTabViewItemWithIdentifier(options.value(tab));

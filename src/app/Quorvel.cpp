@@ -15,13 +15,17 @@
 #include "orders/OrderAttachments.h"
 #include "orders/OrderManager.h"
 #include "platform/Alerts.h"
+#include "platform/Clock.h"
 #include "platform/FilePanels.h"
+#include "platform/Folders.h"
 #include "platform/Localised.h"
 #include "platform/Log.h"
 #include "platform/Paths.h"
 #include "platform/PropertyList.h"
 #include "platform/Workspace.h"
 #include "reports/ReportManager.h"
+#include "app/SaveKeeper.h"
+#include "store/Backups.h"
 #include "store/Picker.h"
 #include "store/PrefsController.h"
 #include "store/TableExport.h"
@@ -107,6 +111,35 @@ Quorvel::Quorvel(QObject *parent)
 
     database = std::make_unique<DatabaseBundle>(*contactManager, *orderManager, *itemManager, *bomManager, *billManager,
                                                 *actionManager);
+    saver = std::make_unique<SaveKeeper>(*database);
+    saver->saveNotepad = [this] { prefsController->saveNotepad(); };
+    saver->onWriteFailed = [](DatabaseBundle::File file, const QString &reason) {
+        if (reason.isEmpty()) {
+            platform::log(QStringLiteral("%1 is saved again").arg(DatabaseBundle::fileName(file)));
+            return;
+        }
+        platform::runAlert(localised("Quorvel could not save %1.").arg(DatabaseBundle::fileName(file)),
+                           reason + QLatin1Char('\n')
+                               + localised("Your changes are kept, and Quorvel tries again with the next save."),
+                           localised("OK"));
+    };
+    // Changes that leave the collections as they were but change records.
+    connect(bomManager.get(), &BOMManager::linesChanged, this,
+            [this] { saver->markChanged(DatabaseBundle::Materials); });
+    connect(bomManager.get(), &BOMManager::stockChanged, this, [this] {
+        saver->markChanged(DatabaseBundle::Materials);
+        saver->markChanged(DatabaseBundle::Items);
+    });
+    connect(actionManager.get(), &ActionManager::alarmRaised, this,
+            [this] { saver->markChanged(DatabaseBundle::Actions); });
+    connect(prefsController->notepadView, &TextView::edited, this, [this] { saver->markNotepadChanged(); });
+    // The files as they were before this run wrote any, kept dated.
+    database->setBeforeFirstWrite([] {
+        QString why;
+        backups::make(platform::now(), PrefsController::backupCount(), &why);
+        if (!why.isEmpty())
+            platform::log(QStringLiteral("couldn't keep a backup of the database: ") + why);
+    });
     database->setAfterReading([this](DatabaseBundle::File file) {
         switch (file) {
         case DatabaseBundle::Contacts:
@@ -159,6 +192,36 @@ void Quorvel::awakeFromNib()
         actionManager->kickOffCheckForOverdueActions();
 }
 
+bool Quorvel::saveCopyOfDatabase()
+{
+    platform::FilePanelRequest request;
+    request.kind = platform::FilePanelRequest::Folder;
+    request.title = localised("Save a Copy of the Database");
+    const std::optional<QString> folder = platform::runFilePanel(request);
+    if (!folder)
+        return false;
+    // The folder as it is on disk (pictures, attachments, the notepad), with
+    // the records as they are in the program.
+    QString target = *folder + QStringLiteral("/quorveldatabase.qvldb");
+    if (QFileInfo::exists(target))
+        target += QStringLiteral(" copy ") + platform::now().toString(QStringLiteral("yyyyMMdd-HHmmss"));
+    QString why;
+    bool copied = !QFileInfo(platform::paths::bundleDir()).isDir()
+        || platform::copyFolder(platform::paths::bundleDir(), target, &why);
+    copied = copied && QDir().mkpath(target);
+    for (int f = 0; copied && f < DatabaseBundle::FileCount; ++f) {
+        const auto file = DatabaseBundle::File(f);
+        copied = platform::plist::writeFileAtomically(target + QLatin1Char('/') + DatabaseBundle::fileName(file),
+                                                       database->fileContents(file), &why);
+    }
+    if (!copied) {
+        platform::runAlert(localised("The copy could not be saved."), why, localised("OK"));
+        return false;
+    }
+    platform::runAlert(localised("A copy of the database was saved."), target, localised("OK"));
+    return true;
+}
+
 bool Quorvel::windowShouldClose()
 {
     Q_EMIT terminateRequested();
@@ -168,7 +231,22 @@ bool Quorvel::windowShouldClose()
 bool Quorvel::applicationShouldTerminate()
 {
     prefsController->OKButton();
-    writeDatabase(this);
+    // Until everything is on disk, the user says what happens.
+    for (int tries = 0; !writeDatabase(this) && tries < 50; ++tries) {
+        QStringList failing;
+        for (const DatabaseBundle::File file : saver->failingFiles())
+            failing << saver->failureOf(file);
+        const int answer = platform::runAlert(
+            localised("Some of your changes could not be saved."),
+            failing.join(QLatin1Char('\n')) + QLatin1Char('\n')
+                + localised("Try again (after making room on the disk, say), save a copy of the whole database "
+                            "elsewhere, or quit without these changes."),
+            localised("Try Again"), localised("Save a Copy..."), localised("Quit Anyway"));
+        if (answer == 0 && saveCopyOfDatabase())
+            break;
+        if (answer == -1)
+            break;
+    }
     // What was deleted is gone for good now.
     deletionHistory->clear();
     orderAttachments::emptyHolding();
@@ -183,6 +261,8 @@ bool Quorvel::applicationOpenFile(const QString &)
 DatabaseBundle::ReadResult Quorvel::readDatabase()
 {
     const DatabaseBundle::ReadResult result = database->readDatabase();
+    // What was read is what is on disk: nothing to save yet.
+    saver->settle();
     for (const DatabaseBundle::Failure &failure : result.failures)
         platform::runAlert(localised("A database file could not be read"),
                            failure.message() + QLatin1Char('\n')
@@ -194,20 +274,24 @@ DatabaseBundle::ReadResult Quorvel::readDatabase()
 bool Quorvel::writeDatabase(const QObject *sender)
 {
     if (sender == this)
-        return database->writeDatabase();
+        return saver->writeAll();
     if (sender == contactManager.get())
-        return database->writeDatabase(DatabaseBundle::Contacts);
+        return saver->writeNow(DatabaseBundle::Contacts);
     if (sender == orderManager.get())
-        return database->writeDatabase(DatabaseBundle::Orders);
+        return saver->writeNow(DatabaseBundle::Orders);
     if (sender == itemManager.get())
-        return database->writeDatabase(DatabaseBundle::Items);
+        return saver->writeNow(DatabaseBundle::Items);
     if (sender == bomManager.get())
-        return database->writeDatabase(DatabaseBundle::Materials);
+        return saver->writeNow(DatabaseBundle::Materials);
     if (sender == billManager.get())
-        return database->writeDatabase(DatabaseBundle::Bills);
+        return saver->writeNow(DatabaseBundle::Bills);
     if (sender == actionManager.get())
-        return database->writeDatabase(DatabaseBundle::Actions);
-    return false;  // any other sender (the checkout) writes nothing
+        return saver->writeNow(DatabaseBundle::Actions);
+    // Any other sender (the checkout) writes nothing at once; its sale is
+    // saved with the orders within seconds.
+    if (sender == checkoutManager.get())
+        saver->markChanged(DatabaseBundle::Orders);
+    return false;
 }
 
 TableDataSource *Quorvel::determineFrontDataSource() const

@@ -40,6 +40,8 @@ class TableDataSource;
 class kdDataSource;
 class kdDateFormatter;
 
+class SaveKeeper;
+
 class Quorvel : public QObject, public QuorvelServices
 {
     Q_OBJECT
@@ -58,6 +60,9 @@ public:
     // Stores the preferences and the notepad, then writes all six files.
     // Answers true: the program may end now.
     bool applicationShouldTerminate();
+    // The whole database, with the records as the program holds them, in a
+    // folder the user chooses; answers whether it was saved.
+    bool saveCopyOfDatabase();
     void applicationWillTerminate() { }
     // Documents given to the program are accepted and ignored.
     bool applicationOpenFile(const QString &path);
@@ -69,6 +74,8 @@ public:
     // Accepted and ignored: a deletion reaches the disk with the next write.
     void setChangeFlag() override { }
     DatabaseBundle &getDatabase() override { return *database; }
+    // Every write of the database, the saves of changes within seconds too.
+    SaveKeeper *getSaveKeeper() const { return saver.get(); }
     // Whether reading the database starts the two worker threads: the order
     // manager's repeat checker and the task manager's alarm watch (on unless
     // switched off; the command line makes its one pass itself and rings no
@@ -180,6 +187,7 @@ private:
     std::unique_ptr<Picker> picker;
     std::unique_ptr<kdDateFormatter> dateFormatter;
     std::unique_ptr<DatabaseBundle> database;
+    std::unique_ptr<SaveKeeper> saver;
     DeletionHistory *deletionHistory;
     bool startRepeatChecker = true;
 };

@@ -1,6 +1,10 @@
 #include "cli/CliDatabase.h"
 
+#include "platform/Clock.h"
+#include "platform/Log.h"
 #include "platform/Paths.h"
+#include "store/Backups.h"
+#include "store/PrefsController.h"
 #include "store/ListColumns.h"
 
 #include <QFileInfo>
@@ -9,7 +13,15 @@ namespace cli {
 
 CliDatabase::CliDatabase()
     : bundle(contacts, orders, items, materials, bills, actions)
-{ }
+{
+    // The files as they were before the command wrote any, kept dated.
+    bundle.setBeforeFirstWrite([] {
+        QString why;
+        backups::make(platform::now(), PrefsController::backupCount(), &why);
+        if (!why.isEmpty())
+            platform::log(QStringLiteral("couldn't keep a backup of the database: ") + why);
+    });
+}
 
 bool CliDatabase::exists() const
 {

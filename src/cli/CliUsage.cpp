@@ -59,7 +59,9 @@ QString usage()
                           "  --version       the version\n"
                           "\n"
                           "Exit codes: 0 success, 1 no database or output failed, 2 usage error,\n"
-                          "3 a database file could not be read (the command still ran).\n");
+                          "3 a database file could not be read (the command still ran), 4 the database\n"
+                          "is open in Quorvel or another command is writing it (a command that writes\n"
+                          "ran not at all).\n");
 }
 
 }  // namespace cli

@@ -17,6 +17,7 @@
 #include "platform/Paths.h"
 #include "platform/PropertyList.h"
 #include "platform/StringTable.h"
+#include "store/DatabaseLock.h"
 #include "store/ListColumns.h"
 #include "store/PrefsController.h"
 #include "store/TableView.h"
@@ -274,6 +275,18 @@ int run(const QStringList &arguments, QIODevice &out, QIODevice &err)
     if (rest.isEmpty())
         return usageError(err, QStringLiteral("no command given"));
     const QString command = rest.takeFirst();
+    // A command that writes the database is the only writer while it runs.
+    DatabaseLock lock;
+    static const QStringList writing = {QStringLiteral("resave"), QStringLiteral("repeat"),
+                                        QStringLiteral("import-legacy"), QStringLiteral("import-contacts"),
+                                        QStringLiteral("restore")};
+    const bool writes = writing.contains(command) && !rest.contains(QStringLiteral("--dry-run"));
+    if (writes && !lock.tryLock()) {
+        say(err, QStringLiteral("quorvel-cli: the database %1 is open in Quorvel or in use by another command (%2); "
+                                "nothing was written")
+                     .arg(platform::paths::bundleDir(), lock.holder()));
+        return Locked;
+    }
     if (command == QLatin1String("export"))
         return exportCommand(rest, out, err);
     if (command == QLatin1String("stats"))

@@ -11,7 +11,7 @@ namespace platform {
 
 struct FilePanelRequest
 {
-    enum Kind { Open, Save } kind = Save;
+    enum Kind { Open, Save, Folder } kind = Save;
     QString title;
     // Save: the extension the chosen name must carry ("csv"); it is added
     // when the user leaves it out. Open: the extensions offered (empty: any).

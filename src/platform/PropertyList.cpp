@@ -397,6 +397,25 @@ QByteArray RecordWriter::finish()
     return d->out.take();
 }
 
+namespace {
+WriteFault &installedFault()
+{
+    static WriteFault fault;
+    return fault;
+}
+std::optional<QString> faultAt(WriteStep step, const QString &path)
+{
+    return installedFault() ? installedFault()(step, path) : std::nullopt;
+}
+}  // namespace
+
+WriteFault setWriteFault(WriteFault fault)
+{
+    WriteFault previous = std::move(installedFault());
+    installedFault() = std::move(fault);
+    return previous;
+}
+
 bool writeFileAtomically(const QString &path, QByteArrayView data, QString *errorText)
 {
     const auto failed = [errorText](const QString &why) {
@@ -404,9 +423,20 @@ bool writeFileAtomically(const QString &path, QByteArrayView data, QString *erro
             *errorText = why;
         return false;
     };
+    if (const auto why = faultAt(WriteStep::Open, path))
+        return failed(*why);
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly))
         return failed(file.errorString());
+    // A step that fails leaves the old file as it was.
+    const auto fault = [&](WriteStep step) {
+        const auto why = faultAt(step, path);
+        if (why)
+            file.cancelWriting();
+        return why;
+    };
+    if (const auto why = fault(WriteStep::Reserve))
+        return failed(*why);
 #ifdef Q_OS_LINUX
     // Reserving the whole size first spares the file system from growing
     // the file block by block (and finds a full disk before any writing).
@@ -416,6 +446,8 @@ bool writeFileAtomically(const QString &path, QByteArrayView data, QString *erro
         return failed(QString::fromLocal8Bit(strerror(ENOSPC)));
     }
 #endif
+    if (const auto why = fault(WriteStep::Write))
+        return failed(*why);
     qsizetype written = 0;
     while (written < data.size()) {
         const qint64 n = file.write(data.data() + written, data.size() - written);
@@ -426,13 +458,19 @@ bool writeFileAtomically(const QString &path, QByteArrayView data, QString *erro
         }
         written += qsizetype(n);
     }
+    if (const auto why = fault(WriteStep::Sync))
+        return failed(*why);
     if (!file.flush() || ::fsync(file.handle()) != 0) {
         const QString why = file.errorString().isEmpty() ? QString::fromLocal8Bit(strerror(errno)) : file.errorString();
         file.cancelWriting();
         return failed(why);
     }
+    if (const auto why = fault(WriteStep::Commit))
+        return failed(*why);
     if (!file.commit())
         return failed(file.errorString());
+    if (const auto why = faultAt(WriteStep::FolderSync, path))
+        return failed(*why);
     // The new name only lasts once the folder holding it is on disk too.
     const QByteArray folder = QFile::encodeName(QFileInfo(path).absolutePath());
     const int fd = ::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);

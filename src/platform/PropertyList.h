@@ -24,6 +24,8 @@
 #include <QByteArray>
 #include <QByteArrayView>
 #include <QString>
+#include <functional>
+#include <optional>
 #include <QStringList>
 #include <QStringView>
 #include <QVariant>
@@ -143,6 +145,12 @@ void appendEscaped(QByteArray &out, QStringView text);
 // before this answers true. On failure the old file is left as it was and
 // errorText (when given) says why.
 bool writeFileAtomically(const QString &path, QByteArrayView data, QString *errorText = nullptr);
+
+// The steps of writeFileAtomically, for tests that make one of them fail:
+// a fault answers the reason the step fails with, or none to let it go on.
+enum class WriteStep { Open, Reserve, Write, Sync, Commit, FolderSync };
+using WriteFault = std::function<std::optional<QString>(WriteStep step, const QString &path)>;
+WriteFault setWriteFault(WriteFault fault);
 
 // General property lists: <dict> as QVariantMap, <array> as QVariantList,
 // <string> as QString, <integer> as qlonglong (text that is not a 64-bit

@@ -212,13 +212,33 @@ bool DatabaseBundle::setAside(File file)
     return true;
 }
 
+void DatabaseBundle::firstWrite()
+{
+    if (written)
+        return;
+    written = true;
+    if (beforeFirstWrite)
+        beforeFirstWrite();
+}
+
 bool DatabaseBundle::writeDatabase(File file)
 {
+    firstWrite();
     writeError.clear();
     const QString folder = platform::paths::bundleDir();
     if (!QDir().mkpath(folder))
         return fail(QStringLiteral("cannot create the folder %1").arg(folder));
     return writeFile(file, fileContents(file));
+}
+
+bool DatabaseBundle::prepareWrite(File file)
+{
+    firstWrite();
+    writeError.clear();
+    const QString folder = platform::paths::bundleDir();
+    if (!QDir().mkpath(folder))
+        return fail(QStringLiteral("cannot create the folder %1").arg(folder));
+    return !unreadable[file] || setAside(file);
 }
 
 bool DatabaseBundle::writeFile(File file, const QByteArray &contents)
@@ -234,6 +254,7 @@ bool DatabaseBundle::writeFile(File file, const QByteArray &contents)
 
 bool DatabaseBundle::writeDatabase()
 {
+    firstWrite();
     writeError.clear();
     const QString folder = platform::paths::bundleDir();
     if (!QDir().mkpath(folder))

@@ -56,6 +56,9 @@ public:
     void setConnectContactById(ConnectContactById hook);
     void setSetContactfor(SetContactFor hook);
     void setAfterReading(AfterReading hook);
+    // Called once, before the first write of the bundle (the backup of the
+    // files as they are); a write goes on whatever it does.
+    void setBeforeFirstWrite(std::function<void()> hook) { beforeFirstWrite = std::move(hook); }
     void connectContactById(int contactId, Order *order) const;
     void setContactfor(Material *line) const;
 
@@ -86,6 +89,11 @@ public:
     // lastWriteError().
     bool writeDatabase(File file);
     bool writeDatabase();
+    // What must be done before a file's bytes are written elsewhere than
+    // here (on a worker thread): the backup before the first write, the
+    // folder made, an unreadable file set aside. False, with the reason in
+    // lastWriteError(), when the file must not be written.
+    bool prepareWrite(File file);
     // The bytes a write of the file puts on disk, from the collection as it
     // stands.
     QByteArray fileContents(File file) const;
@@ -104,6 +112,7 @@ public:
 
 private:
     bool setAside(File file);
+    void firstWrite();
     bool writeFile(File file, const QByteArray &contents);
     bool fail(const QString &message);
 
@@ -115,4 +124,6 @@ private:
     bool parallel = true;
     bool sharing = true;
     QString writeError;
+    std::function<void()> beforeFirstWrite;
+    bool written = false;
 };

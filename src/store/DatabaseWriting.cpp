@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <limits>
 
 using platform::plist::RecordWriter;
 
@@ -65,11 +66,10 @@ template <typename Record> const Record *recordAt(const kdDataSource &source, in
     return dynamic_cast<const Record *>(source.getnthItem(n));
 }
 
-void writeContacts(RecordWriter &writer, const kdDataSource &source)
+void writeContacts(RecordWriter &writer, const kdDataSource &source, int from, int to)
 {
     RecordOut<ContactKeyCount> out(writer, ContactKeys);
-    const int count = source.getCount();
-    for (int n = 0; n < count; ++n) {
+    for (int n = from; n < to; ++n) {
         const Contact *record = recordAt<Contact>(source, n);
         if (!record)
             continue;
@@ -83,11 +83,10 @@ void writeContacts(RecordWriter &writer, const kdDataSource &source)
     }
 }
 
-void writeOrders(RecordWriter &writer, const kdDataSource &source)
+void writeOrders(RecordWriter &writer, const kdDataSource &source, int from, int to)
 {
     RecordOut<OrderKeyCount> out(writer, OrderKeys);
-    const int count = source.getCount();
-    for (int n = 0; n < count; ++n) {
+    for (int n = from; n < to; ++n) {
         const Order *record = recordAt<Order>(source, n);
         if (!record)
             continue;
@@ -104,11 +103,10 @@ void writeOrders(RecordWriter &writer, const kdDataSource &source)
     }
 }
 
-void writeItems(RecordWriter &writer, const kdDataSource &source)
+void writeItems(RecordWriter &writer, const kdDataSource &source, int from, int to)
 {
     RecordOut<ItemKeyCount> out(writer, ItemKeys);
-    const int count = source.getCount();
-    for (int n = 0; n < count; ++n) {
+    for (int n = from; n < to; ++n) {
         const Item *record = recordAt<Item>(source, n);
         if (!record)
             continue;
@@ -121,11 +119,10 @@ void writeItems(RecordWriter &writer, const kdDataSource &source)
     }
 }
 
-void writeMaterials(RecordWriter &writer, const kdDataSource &source)
+void writeMaterials(RecordWriter &writer, const kdDataSource &source, int from, int to)
 {
     RecordOut<MaterialKeyCount> out(writer, MaterialKeys);
-    const int count = source.getCount();
-    for (int n = 0; n < count; ++n) {
+    for (int n = from; n < to; ++n) {
         const Material *record = recordAt<Material>(source, n);
         if (!record)
             continue;
@@ -143,11 +140,10 @@ void writeMaterials(RecordWriter &writer, const kdDataSource &source)
     }
 }
 
-void writeBills(RecordWriter &writer, const kdDataSource &source)
+void writeBills(RecordWriter &writer, const kdDataSource &source, int from, int to)
 {
     RecordOut<BillKeyCount> out(writer, BillKeys);
-    const int count = source.getCount();
-    for (int n = 0; n < count; ++n) {
+    for (int n = from; n < to; ++n) {
         const Bill *record = recordAt<Bill>(source, n);
         if (!record)
             continue;
@@ -159,11 +155,10 @@ void writeBills(RecordWriter &writer, const kdDataSource &source)
     }
 }
 
-void writeActions(RecordWriter &writer, const kdDataSource &source)
+void writeActions(RecordWriter &writer, const kdDataSource &source, int from, int to)
 {
     RecordOut<ActionKeyCount> out(writer, ActionKeys);
-    const int count = source.getCount();
-    for (int n = 0; n < count; ++n) {
+    for (int n = from; n < to; ++n) {
         const Action *record = recordAt<Action>(source, n);
         if (!record)
             continue;
@@ -180,31 +175,64 @@ void writeActions(RecordWriter &writer, const kdDataSource &source)
 
 }  // namespace
 
-QByteArray fileBytes(DatabaseBundle::File file, const kdDataSource &source)
+FileBuilder::FileBuilder(DatabaseBundle::File kind, const kdDataSource &records)
+    : file(kind),
+      source(records)
 {
-    RecordWriter writer(DatabaseBundle::rootKey(file), qsizetype(source.getCount()) * BytesPerRecord[file],
-                        RecordWriter::KeysComeSorted);
+    restart();
+}
+
+FileBuilder::~FileBuilder() = default;
+
+void FileBuilder::restart()
+{
+    writer = std::make_unique<RecordWriter>(DatabaseBundle::rootKey(file),
+                                            qsizetype(source.getCount()) * BytesPerRecord[file],
+                                            RecordWriter::KeysComeSorted);
+    next = 0;
+    generation = source.getGeneration();
+}
+
+bool FileBuilder::step(int records)
+{
+    if (generation != source.getGeneration())
+        restart();
+    const int count = source.getCount();
+    const int to = int(std::min<qint64>(count, qint64(next) + records));
     switch (file) {
     case DatabaseBundle::Contacts:
-        writeContacts(writer, source);
+        writeContacts(*writer, source, next, to);
         break;
     case DatabaseBundle::Orders:
-        writeOrders(writer, source);
+        writeOrders(*writer, source, next, to);
         break;
     case DatabaseBundle::Items:
-        writeItems(writer, source);
+        writeItems(*writer, source, next, to);
         break;
     case DatabaseBundle::Materials:
-        writeMaterials(writer, source);
+        writeMaterials(*writer, source, next, to);
         break;
     case DatabaseBundle::Bills:
-        writeBills(writer, source);
+        writeBills(*writer, source, next, to);
         break;
     case DatabaseBundle::Actions:
-        writeActions(writer, source);
+        writeActions(*writer, source, next, to);
         break;
     }
-    return writer.finish();
+    next = to;
+    return next >= count;
+}
+
+QByteArray FileBuilder::finish()
+{
+    return writer->finish();
+}
+
+QByteArray fileBytes(DatabaseBundle::File file, const kdDataSource &source)
+{
+    FileBuilder builder(file, source);
+    builder.step(std::numeric_limits<int>::max());
+    return builder.finish();
 }
 
 }  // namespace database

@@ -362,14 +362,18 @@ void PrefsController::OKButton()
         settings.setValue(keyTimeMmt, yesOrNo(proTimeMmtButton));
     }
 
+    saveNotepad();
+    populateLists();
+}
+
+void PrefsController::saveNotepad()
+{
     // The notepad lives in the database bundle, which may not exist yet.
     QDir().mkpath(platform::paths::quorvelDir());
     QDir().mkpath(platform::paths::bundleDir());
     const QString notepad = notepadPath();
     if (!notepadView->writeRTFDToFile(notepad) && notepadView->isConnected())
         platform::log(QStringLiteral("The notepad could not be saved to %1").arg(notepad));
-
-    populateLists();
 }
 
 void PrefsController::openWindow()
@@ -389,6 +393,14 @@ float PrefsController::getGlobalTaxRate() const
 QString PrefsController::getTaxStatement() const
 {
     return taxStatement->stringValue().trimmed();
+}
+
+int PrefsController::backupCount()
+{
+    const QSettings settings(settingsName(), settingsName());
+    bool ok = false;
+    const int count = settings.value(QStringLiteral("QuorvelBackupCount")).toInt(&ok);
+    return ok && count >= 0 ? count : 10;
 }
 
 QString PrefsController::getCurrency() const

@@ -36,6 +36,9 @@ public:
 
     // The preferences' organisation and application name ("Quorvel").
     static QString settingsName();
+    // How many dated backups of the database are kept ("QuorvelBackupCount",
+    // 10 when it was never set; 0 keeps none).
+    static int backupCount();
     // The title of a command that makes a new record in the user's word:
     // "New " followed by the word, alike on the toolbar and in the File menu.
     static QString newCommandTitle(const QString &term);
@@ -47,6 +50,8 @@ public:
     void readDefaults();
     // Takes the window off screen and stores everything, the notepad too.
     void OKButton();
+    // Writes the notepad into the database folder (made when missing).
+    void saveNotepad();
     // Brings the window to the front. The statuses to colour are offered
     // even before the menus were first filled (a start without a notepad
     // leaves them empty).

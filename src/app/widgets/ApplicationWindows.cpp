@@ -66,6 +66,14 @@ void ApplicationWindows::start()
     quorvel.mainWindow->makeKeyAndOrderFront();
 }
 
+void ApplicationWindows::showMainWindow()
+{
+    main->setWindowState((main->windowState() & ~Qt::WindowMinimized) | Qt::WindowActive);
+    main->show();
+    main->raise();
+    main->activateWindow();
+}
+
 void ApplicationWindows::terminate()
 {
     if (terminated)

@@ -35,6 +35,9 @@ public:
     ~ApplicationWindows() override;
 
     void start();
+    // The main window to the front, restored when it was minimised (a
+    // second start of the program on the same data folder asks for it).
+    void showMainWindow();
     // Saves everything and quits the event loop (once).
     void terminate();
     bool hasTerminated() const { return terminated; }

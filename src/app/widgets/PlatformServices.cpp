@@ -61,6 +61,10 @@ std::optional<QString> showFilePanel(const platform::FilePanelRequest &request)
             dialog.setDefaultSuffix(request.fileTypes.first());
         if (!request.suggestedName.isEmpty())
             dialog.selectFile(request.suggestedName);
+    } else if (request.kind == platform::FilePanelRequest::Folder) {
+        dialog.setAcceptMode(QFileDialog::AcceptOpen);
+        dialog.setFileMode(QFileDialog::Directory);
+        dialog.setOption(QFileDialog::ShowDirsOnly);
     } else {
         dialog.setAcceptMode(QFileDialog::AcceptOpen);
         dialog.setFileMode(QFileDialog::ExistingFile);

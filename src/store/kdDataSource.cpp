@@ -1,5 +1,8 @@
 #include "store/kdDataSource.h"
 
+#include <QSet>
+#include <limits>
+
 #include "platform/Dates.h"
 #include "store/TableView.h"
 
@@ -28,8 +31,7 @@ void kdDataSource::add(std::shared_ptr<dataObject> record)
         if (record->Id > highestId)
             highestId = record->Id;
     } else {
-        ++highestId;
-        record->Id = highestId;  // the record is not ours yet: no index to tell
+        record->Id = getNextId();  // the record is not ours yet: no index to tell
     }
     dataObject *added = record.get();
     added->owner = this;
@@ -62,7 +64,17 @@ void kdDataSource::insertItem(std::shared_ptr<dataObject> record, qsizetype posi
 
 int kdDataSource::getNextId()
 {
-    return ++highestId;
+    if (highestId < std::numeric_limits<int>::max())
+        return ++highestId;
+    // A file gave a record the highest id there is: the lowest one free is
+    // taken instead, the highest staying where it is.
+    QSet<int> used;
+    for (const std::shared_ptr<dataObject> &record : collection)
+        used.insert(record->Id);
+    int free = 1;
+    while (used.contains(free))
+        ++free;
+    return free;
 }
 
 void kdDataSource::clear()

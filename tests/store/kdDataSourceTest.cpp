@@ -6,6 +6,7 @@
 
 #include <QRandomGenerator>
 #include <QTest>
+#include <limits>
 
 namespace {
 
@@ -95,6 +96,20 @@ private Q_SLOTS:
         QVERIFY(!source.getSelectedItem());
         QCOMPARE(source.numberOfRowsInTableView(), 0);
         QCOMPARE(source.getCount(), 0);
+    }
+
+    void shouldNumberRecordsAfterTheHighestIdThereIs()
+    {
+        // A file may give a record the highest id an int holds: the next
+        // record takes the lowest id free rather than running past it.
+        kdDataSource source;
+        source.add(std::make_shared<Row>(QStringLiteral("a"), 1));
+        source.add(std::make_shared<Row>(QStringLiteral("top"), std::numeric_limits<int>::max()));
+        auto next = std::make_shared<Row>(QStringLiteral("b"));
+        source.add(next);
+        QCOMPARE(next->getID(), 2);
+        QCOMPARE(source.getItemById(2), next.get());
+        QCOMPARE(source.getHighestId(), std::numeric_limits<int>::max());
     }
 
     void shouldNumberRecordsFromTheHighestIdSeen()

@@ -1,6 +1,7 @@
 #include "app/Quorvel.h"
 
 #include "accounts/BillManager.h"
+#include "app/SaveKeeper.h"
 #include "app/kdDateFormatter.h"
 #include "checkout/CheckoutManager.h"
 #include "contacts/CompanyContactEditor.h"
@@ -24,7 +25,6 @@
 #include "platform/PropertyList.h"
 #include "platform/Workspace.h"
 #include "reports/ReportManager.h"
-#include "app/SaveKeeper.h"
 #include "store/Backups.h"
 #include "store/Picker.h"
 #include "store/PrefsController.h"
@@ -212,7 +212,7 @@ bool Quorvel::saveCopyOfDatabase()
     for (int f = 0; copied && f < DatabaseBundle::FileCount; ++f) {
         const auto file = DatabaseBundle::File(f);
         copied = platform::plist::writeFileAtomically(target + QLatin1Char('/') + DatabaseBundle::fileName(file),
-                                                       database->fileContents(file), &why);
+                                                      database->fileContents(file), &why);
     }
     if (!copied) {
         platform::runAlert(localised("The copy could not be saved."), why, localised("OK"));

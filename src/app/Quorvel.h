@@ -7,12 +7,13 @@
 //
 // It holds no widget: the main window, the notepad and the tab views are
 // outlets that the widget layer binds.
+#include "contacts/ContactsCsv.h"
 #include "platform/outlets/TabView.h"
 #include "platform/outlets/ToolbarItem.h"
 #include "platform/outlets/Window.h"
+#include "store/Backups.h"
 #include "store/DatabaseBundle.h"
 #include "store/DeletionHistory.h"
-#include "contacts/ContactsCsv.h"
 #include "store/QuorvelServices.h"
 
 #include <QObject>
@@ -101,14 +102,20 @@ public:
     // the file is chosen, its columns matched to contact fields (the
     // chooseContactColumns hook shows the preview; without one the headings
     // decide), and the new contacts written.
+    // Restore from Backup: the backup chosen (chooseBackup shows the list)
+    // is put back after everything is saved and kept as a backup of its own,
+    // and the program reads the database again.
+    bool restoreFromBackup();
+    bool restoreBackup(const QString &name);
+    std::function<std::optional<QString>(const QList<backups::Backup> &list)> chooseBackup;
+
     bool importQuorvelDatabaseWithWarning();
     bool importQuorvelDatabase();
     void importContacts();
     bool openPanelDidEnd(const QString &path);
     // The preview of a CSV file's first rows: answers the field each column
     // goes to, or none when the user cancelled.
-    std::function<std::optional<QList<contactsCsv::Field>>(const contactsCsv::Preview &preview)>
-        chooseContactColumns;
+    std::function<std::optional<QList<contactsCsv::Field>>(const contactsCsv::Preview &preview)> chooseContactColumns;
     void editContactForCurrentOrder() override;
     // Brings back the last record deleted from any list (Edit > Undo Delete).
     void undoDelete();

@@ -4,8 +4,8 @@
 #include "platform/Log.h"
 #include "platform/Paths.h"
 #include "store/Backups.h"
-#include "store/PrefsController.h"
 #include "store/ListColumns.h"
+#include "store/PrefsController.h"
 
 #include <QFileInfo>
 

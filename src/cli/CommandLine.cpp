@@ -2,6 +2,7 @@
 
 #include "app/Quorvel.h"
 #include "cli/AccountsCommand.h"
+#include "cli/BackupCommands.h"
 #include "cli/CliDatabase.h"
 #include "cli/CliOptions.h"
 #include "cli/CliOutput.h"
@@ -277,14 +278,15 @@ int run(const QStringList &arguments, QIODevice &out, QIODevice &err)
     const QString command = rest.takeFirst();
     // A command that writes the database is the only writer while it runs.
     DatabaseLock lock;
-    static const QStringList writing = {QStringLiteral("resave"), QStringLiteral("repeat"),
-                                        QStringLiteral("import-legacy"), QStringLiteral("import-contacts"),
-                                        QStringLiteral("restore")};
+    static const QStringList writing
+        = {QStringLiteral("resave"), QStringLiteral("repeat"), QStringLiteral("import-legacy"),
+           QStringLiteral("import-contacts"), QStringLiteral("restore")};
     const bool writes = writing.contains(command) && !rest.contains(QStringLiteral("--dry-run"));
     if (writes && !lock.tryLock()) {
-        say(err, QStringLiteral("quorvel-cli: the database %1 is open in Quorvel or in use by another command (%2); "
-                                "nothing was written")
-                     .arg(platform::paths::bundleDir(), lock.holder()));
+        say(err,
+            QStringLiteral("quorvel-cli: the database %1 is open in Quorvel or in use by another command (%2); "
+                           "nothing was written")
+                .arg(platform::paths::bundleDir(), lock.holder()));
         return Locked;
     }
     if (command == QLatin1String("export"))
@@ -303,6 +305,10 @@ int run(const QStringList &arguments, QIODevice &out, QIODevice &err)
         return accountsCommand(rest, out, err);
     if (command == QLatin1String("invoice"))
         return invoiceCommand(rest, out, err);
+    if (command == QLatin1String("backups"))
+        return backupsCommand(rest, out, err);
+    if (command == QLatin1String("restore"))
+        return restoreCommand(rest, out, err);
     if (command == QLatin1String("import-legacy"))
         return importLegacyCommand(rest, out, err);
     if (command == QLatin1String("import-contacts"))

@@ -33,7 +33,7 @@ void writeLegacyDatabase()
                        "</quorvel>");
 }
 
-QStringList backups()
+QStringList beforeImportCopies()
 {
     return QDir(platform::paths::quorvelDir())
         .entryList({QStringLiteral("quorveldatabase.qvldb.before-import-*")}, QDir::Dirs);
@@ -63,7 +63,7 @@ private Q_SLOTS:
         QCOMPARE(TestEnvironment::current().alertsShown().size(), 1);
         QCOMPARE(TestEnvironment::current().alertsShown().first().message, QStringLiteral("Import Quorvel Database"));
         QCOMPARE(program.quorvel.getContactManager()->getCount(), 3);
-        QVERIFY(backups().isEmpty());
+        QVERIFY(beforeImportCopies().isEmpty());
     }
 
     void shouldReplaceTheDatabaseAndKeepTheOldOneBesideIt()
@@ -76,8 +76,8 @@ private Q_SLOTS:
         TestEnvironment::current().scriptAlertAnswers({1, 1});
         program.named(QStringLiteral("importLegacyAction"))->trigger();
         QCOMPARE(program.quorvel.getContactManager()->getCount(), 2);
-        QCOMPARE(backups().size(), 1);
-        const QString kept = platform::paths::quorvelDir() + QLatin1Char('/') + backups().first();
+        QCOMPARE(beforeImportCopies().size(), 1);
+        const QString kept = platform::paths::quorvelDir() + QLatin1Char('/') + beforeImportCopies().first();
         QCOMPARE(testlib::readFile(kept + QStringLiteral("/contacts.xml")), contactsBefore);
         const platform::Alert finished = TestEnvironment::current().alertsShown().last();
         QCOMPARE(finished.message, QStringLiteral("Import finished"));
@@ -100,7 +100,7 @@ private Q_SLOTS:
             TestEnvironment::current().alertsShown().first().informativeText,
             QStringLiteral("An earlier version of Quorvel (v1.x) has been found. Do you want to import the data?"));
         QCOMPARE(program.quorvel.getContactManager()->getCount(), 2);
-        QVERIFY(backups().isEmpty());  // there was nothing to keep
+        QVERIFY(beforeImportCopies().isEmpty());  // there was nothing to keep
     }
 
     void shouldImportContactsThroughThePreview()

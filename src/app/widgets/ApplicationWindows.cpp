@@ -2,6 +2,7 @@
 
 #include "accounts/widgets/BillEditorWindow.h"
 #include "app/Quorvel.h"
+#include "app/widgets/BackupsWindow.h"
 #include "app/widgets/MainWindow.h"
 #include "app/widgets/NotepadWindow.h"
 #include "app/widgets/PickerWindow.h"
@@ -49,9 +50,10 @@ ApplicationWindows::ApplicationWindows(Quorvel &controller, QObject *parent)
     documents->install(*quorvel.getOrderManager());
     documents->install(*quorvel.getCheckoutManager());
     checkout = std::make_unique<CheckoutWindow>(*quorvel.getCheckoutManager());
-    quorvel.chooseContactColumns = [this](const contactsCsv::Preview &preview) {
-        return ContactsImportWindow::choose(preview, main.get());
-    };
+    quorvel.chooseBackup
+        = [this](const QList<backups::Backup> &list) { return BackupsWindow::choose(list, main.get()); };
+    quorvel.chooseContactColumns
+        = [this](const contactsCsv::Preview &preview) { return ContactsImportWindow::choose(preview, main.get()); };
     CompleteColumnToggle::install(main->findChild<QTableView *>(QStringLiteral("actionTableView")),
                                   *quorvel.getActionManager());
     connect(&quorvel, &Quorvel::terminateRequested, this, &ApplicationWindows::terminate);

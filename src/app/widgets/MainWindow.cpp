@@ -209,6 +209,8 @@ void MainWindow::buildMenus()
               QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_H), [q] { q->exportHTMLMenuItem(); });
     addAction(file, QStringLiteral("importContactsAction"), localised("Import Contacts..."), QKeySequence(),
               [q] { q->importContacts(); });
+    addAction(file, QStringLiteral("restoreBackupAction"), localised("Restore from Backup..."), QKeySequence(),
+              [q] { q->restoreFromBackup(); });
     addAction(file, QStringLiteral("importLegacyAction"), localised("Import First-Generation Database..."),
               QKeySequence(), [q] { q->importQuorvelDatabaseWithWarning(); });
     addAction(file, QStringLiteral("printAction"), localised("Print..."), QKeySequence::Print,

@@ -2,8 +2,8 @@
 
 #include "platform/Alerts.h"
 #include "platform/FilePanels.h"
-#include "platform/Progress.h"
 #include "platform/Localised.h"
+#include "platform/Progress.h"
 #include "platform/Workspace.h"
 
 #include <QApplication>

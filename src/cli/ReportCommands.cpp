@@ -44,6 +44,10 @@ int reportCommand(const QStringList &arguments, QIODevice &out, QIODevice &err)
     if (parsed->positional.size() != 1 || parsed->positional.first().isEmpty())
         return usageError(err, QStringLiteral("report needs one NAME"));
     const QString name = parsed->positional.first();
+    if (!platform::paths::isPlainName(name)) {
+        say(err, QStringLiteral("quorvel-cli: \"%1\" is not a report's name (a name, not a path)").arg(name));
+        return Failure;
+    }
     const QString format = parsed->values.value(QStringLiteral("format"), QStringLiteral("csv"));
     const bool csv = format == QLatin1String("csv");
     if (!csv && format != QLatin1String("html"))

@@ -63,8 +63,7 @@ QString documentPath(const QString &name)
 
 bool isSafeName(const QString &name)
 {
-    return !name.isEmpty() && name != QLatin1String(".") && name != QLatin1String("..")
-        && !name.contains(QLatin1Char('/')) && !name.contains(QLatin1Char('\\')) && !name.contains(QChar(0));
+    return platform::paths::isPlainName(name);
 }
 
 bool install()

@@ -117,6 +117,12 @@ QString legacyDatabaseFile()
     return join(homeDir(), QStringLiteral("Quorvel/quorveldatabase.xml"));
 }
 
+bool isPlainName(const QString &name)
+{
+    return !name.isEmpty() && name != QLatin1String(".") && name != QLatin1String("..")
+        && !name.contains(QLatin1Char('/')) && !name.contains(QLatin1Char('\\')) && !name.contains(QChar(0));
+}
+
 QString legacyAttachmentsDir()
 {
     return join(homeDir(), QStringLiteral("Library/Quorvel/Attachments"));

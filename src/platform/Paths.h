@@ -33,6 +33,11 @@ QString reportsDir();  // <support>/Quorvel/reports (either spelling found on di
 QString legacyDatabaseFile();  // ~/Quorvel/quorveldatabase.xml
 QString legacyAttachmentsDir();  // ~/Library/Quorvel/Attachments
 
+// Whether a name that came from outside (a file, the command line) can only
+// name something inside its folder: not empty, not "." or "..", and without
+// "/", "\\" or NUL.
+bool isPlainName(const QString &name);
+
 // A child folder of `parent` whose name matches `name` ignoring letter case:
 // the existing one when there is one, else parent/name.
 QString caseInsensitiveChild(const QString &parent, const QString &name);

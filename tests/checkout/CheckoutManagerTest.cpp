@@ -213,7 +213,9 @@ private Q_SLOTS:
         for (const bool closing : {false, true}) {
             Counter counter;
             counter.checkout.edit(nullptr);
-            Order *sale = counter.sale();
+            // Kept as a share: a sale left unsaved is dropped by the checkout.
+            const std::shared_ptr<Order> kept = shareOf(counter.sale());
+            Order *sale = kept.get();
             counter.checkout.title->userSetStringValue(QStringLiteral("Garden chairs"));
             TestEnvironment::current().clearAlerts();
             TestEnvironment::current().scriptAlertAnswers({answer});

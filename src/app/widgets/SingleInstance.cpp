@@ -20,10 +20,11 @@ bool SingleInstance::askRunningToShow(const QString &name)
     if (!socket.waitForConnected(1000))
         return false;
     socket.write(request);
-    socket.flush();
-    const bool written = socket.waitForBytesWritten(1000);
+    // (Bytes already handed over by the flush leave nothing to wait for.)
+    if (!socket.flush())
+        socket.waitForBytesWritten(1000);
     // The answer says the request was taken.
-    const bool answered = written && socket.waitForReadyRead(2000) && socket.readAll().startsWith("shown");
+    const bool answered = socket.waitForReadyRead(2000) && socket.readAll().startsWith("shown");
     socket.disconnectFromServer();
     return answered;
 }

@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QLockFile>
 #include <QRegularExpression>
 #include <QStringDecoder>
 #include <QTemporaryDir>
@@ -299,6 +300,74 @@ private Q_SLOTS:
         QCOMPARE(result.code, 0);
         for (int i = 0; i < names.size(); ++i)
             QCOMPARE(readFile(bundle + QLatin1Char('/') + names.at(i)), first.at(i));
+    }
+
+    void shouldRefuseToWriteWhileTheDatabaseIsHeld_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<int>("code");
+        QTest::newRow("resave") << QStringList{"resave"} << 4;
+        QTest::newRow("repeat") << QStringList{"repeat"} << 4;
+        QTest::newRow("import-legacy") << QStringList{"import-legacy"} << 4;
+        QTest::newRow("restore") << QStringList{"restore", "20240101-120000"} << 4;
+        QTest::newRow("stats reads") << QStringList{"stats"} << 0;
+        QTest::newRow("export reads") << QStringList{"export", "contacts"} << 0;
+    }
+    void shouldRefuseToWriteWhileTheDatabaseIsHeld()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(int, code);
+        makeDatabase();
+        const QByteArray before = readFile(bundle + QStringLiteral("/orders.xml"));
+        {
+            // Held as the running program holds it.
+            QLockFile held(bundle + QStringLiteral(".lock"));
+            QVERIFY(held.tryLock(0));
+            const CliResult result = run(arguments);
+            QCOMPARE(result.code, code);
+            if (code == 4) {
+                QVERIFY(result.err.contains("is open in Quorvel"));
+                QCOMPARE(result.err.count('\n'), 1);
+                QCOMPARE(readFile(bundle + QStringLiteral("/orders.xml")), before);
+                QVERIFY(!QFileInfo::exists(support + QStringLiteral("/Quorvel/Backups")));
+            }
+        }
+        // Let go, the same command writes.
+        if (arguments.first() == QLatin1String("resave"))
+            QCOMPARE(run(arguments).code, 0);
+    }
+
+    void shouldListAndRestoreBackups()
+    {
+        makeDatabase();
+        // The first write of a run keeps the files as they were.
+        const QByteArray kept = readFile(bundle + QStringLiteral("/contacts.xml"));
+        QCOMPARE(run({"resave"}).code, 0);
+        QVERIFY(readFile(bundle + QStringLiteral("/contacts.xml")) != kept);
+        CliResult listed = run({"backups"});
+        QCOMPARE(listed.code, 0);
+        QStringList lines = QString::fromUtf8(listed.out).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+        QCOMPARE(lines.size(), 1);
+        const QStringList first = lines.first().split(QLatin1Char('\t'));
+        QCOMPARE(first.size(), 3);
+        QVERIFY(QRegularExpression(QStringLiteral("^\\d{8}-\\d{6}$")).match(first.at(0)).hasMatch());
+        QVERIFY2(first.at(2).contains(QStringLiteral("contacts 2")) && first.at(2).contains(QStringLiteral("orders 1")),
+                 qPrintable(first.at(2)));
+        // A change after it, then the backup put back.
+        writeFile(bundle + QStringLiteral("/contacts.xml"), plistOf("contacts", {{{"id", "1"}, {"name", "Zed"}}}));
+        const CliResult restored = run({"restore", first.at(0)});
+        QCOMPARE(restored.code, 0);
+        QCOMPARE(readFile(bundle + QStringLiteral("/contacts.xml")), kept);
+        QVERIFY(restored.out.contains("the files it replaced are kept as the backup"));
+        // The replaced files are a backup of their own.
+        QCOMPARE(QString::fromUtf8(run({"backups"}).out).count(QLatin1Char('\n')), 2);
+        // Names that are no backup, or lead out of the folder, are refused.
+        for (const char *name : {"..", "../Quorvel", "/etc", "20990101-000000"}) {
+            const CliResult refused = run({"restore", QString::fromLatin1(name)});
+            QCOMPARE(refused.code, 1);
+            QVERIFY2(refused.err.contains("nothing restored"), name);
+        }
+        QCOMPARE(readFile(bundle + QStringLiteral("/contacts.xml")), kept);
     }
 };
 

@@ -6,6 +6,8 @@
 #include <QDir>
 #include <QFile>
 #include <QPoint>
+#include <QProcess>
+#include <QScopeGuard>
 #include <QRandomGenerator>
 #include <QStringDecoder>
 #include <QStringEncoder>
@@ -129,6 +131,7 @@ private slots:
     void shouldRoundTripAnyText_data();
     void shouldRoundTripAnyText();
     void shouldReplaceAFileWholeOrNotAtAll();
+    void shouldKeepTheOldFileOnAFullDisk();
     void shouldReadAndWriteGeneralValues();
     void shouldRefuseBadGeneralValues_data();
     void shouldRefuseBadGeneralValues();
@@ -590,6 +593,35 @@ void PropertyListTest::shouldReplaceAFileWholeOrNotAtAll()
     QVERIFY(!writeFileAtomically(nowhere, QByteArray("x"), &why));
     QVERIFY(!why.isEmpty());
     QVERIFY(!QFileInfo::exists(dir.filePath(QStringLiteral("missing"))));
+}
+
+void PropertyListTest::shouldKeepTheOldFileOnAFullDisk()
+{
+    // A real full file system: a 64 KiB one mounted for the test, where the
+    // machine allows it.
+    QTemporaryDir dir;
+    const QString disk = dir.filePath(QStringLiteral("small"));
+    QDir().mkpath(disk);
+    QProcess mount;
+    mount.start(QStringLiteral("mount"), {QStringLiteral("-t"), QStringLiteral("tmpfs"), QStringLiteral("-o"),
+                                          QStringLiteral("size=64k"), QStringLiteral("tmpfs"), disk});
+    if (!mount.waitForFinished(10000) || mount.exitStatus() != QProcess::NormalExit || mount.exitCode() != 0)
+        QSKIP("a small file system cannot be mounted here (the test needs to run as root)");
+    const auto unmount = qScopeGuard([&disk] { QProcess::execute(QStringLiteral("umount"), {disk}); });
+    const QString path = disk + QStringLiteral("/orders.xml");
+    QString why;
+    const QByteArray old(20 * 1024, 'o');
+    QVERIFY2(writeFileAtomically(path, old, &why), qPrintable(why));
+    // Larger than the room left beside the old file.
+    QVERIFY(!writeFileAtomically(path, QByteArray(60 * 1024, 'n'), &why));
+    QVERIFY2(why.contains(QStringLiteral("No space left on device")), qPrintable(why));
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), old);
+    // Nothing half-written is left behind to fill the disk further.
+    QCOMPARE(QDir(disk).entryList(QDir::Files | QDir::Hidden), QStringList{QStringLiteral("orders.xml")});
+    // Room made, the next write goes through.
+    QVERIFY2(writeFileAtomically(path, QByteArray(30 * 1024, 'n'), &why), qPrintable(why));
 }
 
 void PropertyListTest::shouldReadAndWriteGeneralValues()

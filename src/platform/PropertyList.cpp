@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QSaveFile>
 
 #include <algorithm>
@@ -414,6 +415,23 @@ WriteFault setWriteFault(WriteFault fault)
     WriteFault previous = std::move(installedFault());
     installedFault() = std::move(fault);
     return previous;
+}
+
+int removeUnfinishedWrites(const QString &path)
+{
+    const QFileInfo info(path);
+    // The toolkit names an unfinished copy "NAME.XXXXXX".
+    const QRegularExpression unfinished(QLatin1Char('^') + QRegularExpression::escape(info.fileName())
+                                        + QStringLiteral("\\.[A-Za-z0-9]{6}$"));
+    QDir folder = info.absoluteDir();
+    int removed = 0;
+    const QStringList names = folder.entryList({info.fileName() + QStringLiteral(".??????")},
+                                               QDir::Files | QDir::Hidden | QDir::System);
+    for (const QString &name : names) {
+        if (unfinished.match(name).hasMatch() && folder.remove(name))
+            ++removed;
+    }
+    return removed;
 }
 
 bool writeFileAtomically(const QString &path, QByteArrayView data, QString *errorText)

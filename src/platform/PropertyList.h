@@ -146,6 +146,12 @@ void appendEscaped(QByteArray &out, QStringView text);
 // errorText (when given) says why.
 bool writeFileAtomically(const QString &path, QByteArrayView data, QString *errorText = nullptr);
 
+// Removes what writes of `path` cut short by a crash left beside it (the
+// unfinished copies writeFileAtomically names after the file where the file
+// system cannot keep them nameless); answers how many. Only the one writer
+// of a folder may call it.
+int removeUnfinishedWrites(const QString &path);
+
 // The steps of writeFileAtomically, for tests that make one of them fail:
 // a fault answers the reason the step fails with, or none to let it go on.
 enum class WriteStep { Open, Reserve, Write, Sync, Commit, FolderSync };

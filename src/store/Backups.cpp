@@ -65,17 +65,29 @@ QString make(const QDateTime &now, int keep, QString *error)
     QString name = stem;
     for (int n = 2; QFileInfo::exists(folder() + QLatin1Char('/') + name); ++n)
         name = stem + QStringLiteral("-%1").arg(n);
+    // Made under a hidden name and renamed when whole, so a backup that is
+    // listed is complete; what a crash left half-made is removed here.
+    QDir backups(folder());
+    for (const QString &left : backups.entryList({QStringLiteral(".making-*")}, QDir::Dirs | QDir::Hidden))
+        QDir(backups.filePath(left)).removeRecursively();
+    const QString making = folder() + QStringLiteral("/.making-") + name;
     const QString target = folder() + QLatin1Char('/') + name;
-    if (!QDir().mkpath(target)) {
+    if (!QDir().mkpath(making)) {
         if (error)
-            *error = QStringLiteral("cannot create %1").arg(target);
+            *error = QStringLiteral("cannot create %1").arg(making);
         return QString();
     }
     for (const QString &file : present) {
-        if (!keepFile(platform::paths::bundleFile(file), target + QLatin1Char('/') + file, error)) {
-            QDir(target).removeRecursively();
+        if (!keepFile(platform::paths::bundleFile(file), making + QLatin1Char('/') + file, error)) {
+            QDir(making).removeRecursively();
             return QString();
         }
+    }
+    if (!QDir().rename(making, target)) {
+        QDir(making).removeRecursively();
+        if (error)
+            *error = QStringLiteral("cannot create %1").arg(target);
+        return QString();
     }
     forgetOldest(keep);
     return name;

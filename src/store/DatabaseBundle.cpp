@@ -217,6 +217,14 @@ void DatabaseBundle::firstWrite()
     if (written)
         return;
     written = true;
+    // What a write cut short by a crash left is cleared first (this run is
+    // the database's only writer).
+    for (int file = 0; file < FileCount; ++file) {
+        if (const int removed = platform::plist::removeUnfinishedWrites(filePath(File(file))))
+            report(QStringLiteral("removed %1 unfinished copies of %2 left by an earlier run")
+                       .arg(removed)
+                       .arg(fileName(File(file))));
+    }
     if (beforeFirstWrite)
         beforeFirstWrite();
 }

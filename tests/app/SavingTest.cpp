@@ -16,6 +16,7 @@
 #include "platform/PropertyList.h"
 #include "store/DatabaseLock.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QLineEdit>
 #include <QProcess>
@@ -188,6 +189,52 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(second.state() == QProcess::NotRunning, 20000);
         QCOMPARE(second.exitCode(), 0);
         QCOMPARE(shown, 1);
+    }
+
+    void shouldLoseNothingWhenKilledAfterAChange()
+    {
+        // The program runs in a process of its own (this test's own
+        // executable, running changeAndWaitToBeKilled), makes a change and
+        // is killed with SIGKILL once the change is on disk.
+        QProcess child;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("QUORVEL_KILLED_PROGRAM_DATA"), platform::paths::applicationSupportDir());
+        child.setProcessEnvironment(environment);
+        child.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        child.start(QCoreApplication::applicationFilePath(),
+                    {QStringLiteral("-class"), QStringLiteral("SavingTest"), QStringLiteral("changeAndWaitToBeKilled")});
+        QVERIFY(child.waitForStarted());
+        QTRY_VERIFY_WITH_TIMEOUT(onDisk("orders.xml").contains("Killed kitchen"), 30000);
+        child.kill();
+        QVERIFY(child.waitForFinished(10000));
+        QCOMPARE(child.exitStatus(), QProcess::CrashExit);
+        // Every file reads back whole, the change is there, the rest as it was.
+        const QList<QVariantMap> orders = testlib::recordsOnDisk(QStringLiteral("orders.xml"));
+        QCOMPARE(orders.size(), 3);
+        QCOMPARE(std::count_if(orders.begin(), orders.end(),
+                               [](const QVariantMap &order) {
+                                   return order.value(QStringLiteral("title")) == QLatin1String("Killed kitchen");
+                               }),
+                 1);
+        for (const char *file : {"contacts.xml", "orders.xml", "items.xml", "itemsordered.xml", "bills.xml",
+                                 "actions.xml"})
+            QVERIFY2(!testlib::recordsOnDisk(QLatin1String(file)).isEmpty(), file);
+        // The dead program's lock is taken over.
+        DatabaseLock lock;
+        QVERIFY(lock.tryLock());
+    }
+    void changeAndWaitToBeKilled()
+    {
+        const QString data = qEnvironmentVariable("QUORVEL_KILLED_PROGRAM_DATA");
+        if (data.isEmpty())
+            QSKIP("the program that shouldLoseNothingWhenKilledAfterAChange kills");
+        platform::paths::setApplicationSupportDir(data);
+        DatabaseLock lock;
+        QVERIFY(lock.tryLock());
+        Program program;
+        renameFirstOrder(program, QStringLiteral("Killed kitchen"));
+        QTest::qWait(120000);
+        QFAIL("not killed");
     }
 };
 

@@ -32,9 +32,9 @@ bool keepFile(const QString &from, const QString &to, QString *error)
 
 void forgetOldest(int keep)
 {
-    const QList<Backup> all = list();
+    const QStringList all = names();
     for (qsizetype n = keep; n < all.size(); ++n)
-        QDir(folder() + QLatin1Char('/') + all.at(n).name).removeRecursively();
+        QDir(folder() + QLatin1Char('/') + all.at(n)).removeRecursively();
 }
 
 }  // namespace
@@ -93,13 +93,17 @@ QString make(const QDateTime &now, int keep, QString *error)
     return name;
 }
 
+QStringList names()
+{
+    QStringList found = QDir(folder()).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name | QDir::Reversed);
+    found.removeIf([](const QString &name) { return !isBackupName(name); });
+    return found;
+}
+
 QList<Backup> list()
 {
     QList<Backup> found;
-    const QStringList names = QDir(folder()).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name | QDir::Reversed);
-    for (const QString &name : names) {
-        if (!isBackupName(name))
-            continue;
+    for (const QString &name : names()) {
         Backup backup;
         backup.name = name;
         backup.made = QDateTime::fromString(name.left(15), QStringLiteral("yyyyMMdd-HHmmss"));
@@ -141,7 +145,7 @@ bool restore(const QString &name, const QDateTime &now, int keep, QString *kept,
     // forgotten for it (the one restored may be the oldest).
     Q_UNUSED(keep);
     QString why;
-    const QString own = make(now, int(list().size()) + 1, &why);
+    const QString own = make(now, int(names().size()) + 1, &why);
     if (own.isEmpty() && !why.isEmpty())
         return fail(why);
     if (kept)

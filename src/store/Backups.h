@@ -38,6 +38,8 @@ struct Backup
 QString make(const QDateTime &now, int keep, QString *error = nullptr);
 // The backups there are, newest first.
 QList<Backup> list();
+// Their names alone, newest first (nothing is read).
+QStringList names();
 // The number of records in a database file (counted, not read); -1 when
 // there is no such file.
 int countRecords(const QString &path);

@@ -73,7 +73,8 @@ struct RowValues
     reports::TextColumn column(int n) const
     {
         static const QString none = u""_s;
-        if (n < 1 || n > width)
+        // (With no rows there is nothing to point into.)
+        if (n < 1 || n > width || values.empty())
             return {&none, 0};
         return {values.data() + (n - 1), size_t(width)};
     }

@@ -286,6 +286,24 @@ private Q_SLOTS:
         QCOMPARE(reports.table->tableColumns().at(1).width, 60);
     }
 
+    void shouldTotalNothingWhenNoRecordIsRead_data()
+    {
+        QTest::addColumn<QString>("source");
+        QTest::newRow("a source misspelt") << QStringLiteral("ietms");
+        QTest::newRow("an empty collection") << QStringLiteral("bills");
+    }
+    void shouldTotalNothingWhenNoRecordIsRead()
+    {
+        QFETCH(QString, source);
+        Quorvel quorvel;
+        QVariantMap definition = linesDefinition(true);
+        definition.insert(QStringLiteral("selectfrom"), source);
+        writeDefinition(QStringLiteral("Lines"), definition);
+        ReportManager &reports = *quorvel.getReportManager();
+        reports.doReport(QStringLiteral("Lines"), reports.table);
+        QCOMPARE(csv(reports), QStringLiteral("\"Item\",\"Qty\"\r\"\",\"_____\"\r\"\",\"0.00\"\r"));
+    }
+
     void shouldMergeLikeRowsAfterTheTotal()
     {
         Quorvel quorvel;

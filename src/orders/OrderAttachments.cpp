@@ -74,9 +74,14 @@ int count(int orderId)
 
 bool attach(int orderId, const QString &path)
 {
+    // The copy keeps the name the file has; a name that could reach out of
+    // the order's folder ("..", a path ending in "/") is not attached.
+    const QString name = QFileInfo(path).fileName();
+    if (!platform::paths::isPlainName(name))
+        return false;
     const QString target = folder(orderId);
     QDir().mkpath(target);
-    const QString copy = target + u'/' + QFileInfo(path).fileName();
+    const QString copy = target + u'/' + name;
     if (QFileInfo::exists(copy) || isWithin(target, path))
         return false;
     return copyRecursively(path, copy);

@@ -5,6 +5,7 @@
 
 #include "app/Quorvel.h"
 #include "orders/Order.h"
+#include "orders/OrderAttachments.h"
 #include "orders/OrderManager.h"
 #include "platform/Paths.h"
 
@@ -116,6 +117,23 @@ private Q_SLOTS:
         QCOMPARE(editor.manager.attachmentText->stringValue(), QStringLiteral("There are  3  attachments"));
         editor.open();
         QCOMPARE(editor.manager.getNumberOfAttachments(), 2);
+    }
+
+    void shouldAttachNothingUnderANameThatLeavesTheFolder_data()
+    {
+        QTest::addColumn<QString>("dropped");
+        QTest::newRow("a parent folder") << QStringLiteral("site/photos/..");
+        QTest::newRow("the folder itself") << QStringLiteral("site/.");
+        QTest::newRow("a trailing slash") << QStringLiteral("site/");
+    }
+    void shouldAttachNothingUnderANameThatLeavesTheFolder()
+    {
+        QFETCH(QString, dropped);
+        writeFile(outside(QStringLiteral("site/photos/front.jpg")), "jpeg");
+        QVERIFY(!orderAttachments::attach(7, outside(dropped)));
+        const QString folder = OrderManager::attachmentFolder(7);
+        QVERIFY(QDir(folder).isEmpty());
+        QVERIFY(!QFileInfo::exists(QFileInfo(folder).path() + QStringLiteral("/photos")));
     }
 
     void shouldReachOneFolderWhateverTheSpelling_data()

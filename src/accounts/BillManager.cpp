@@ -338,7 +338,7 @@ QString BillManager::objectValueForTableColumn(const QString &columnId, int row)
 
 void BillManager::didClickTableColumn(const QString &columnId, bool ascending)
 {
-    sortByColumn(columnId, ascending, Bill::isDate(columnId) ? 2 : 0);
+    sortAsRead(columnId, ascending, PrefsController::dateFormatOf(quorvel));
     reloadData();
 }
 

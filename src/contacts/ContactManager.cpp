@@ -212,7 +212,7 @@ void ContactManager::didClickTableColumn(const QString &columnId, bool ascending
         field = u"add1"_s;
     else if (outlineColumn == u"3")
         field = u"type"_s;
-    sortByColumn(field, ascending, 0);
+    sortAsRead(field, ascending, PrefsController::dateFormatOf(quorvel));
     reloadData();
 }
 

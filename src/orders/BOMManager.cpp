@@ -7,6 +7,7 @@
 #include "platform/Localised.h"
 #include "platform/Log.h"
 #include "platform/Numbers.h"
+#include "store/PrefsController.h"
 #include "store/QuorvelServices.h"
 #include "tasks/Action.h"
 
@@ -202,7 +203,7 @@ void BOMManager::setObjectValueForTableColumn(const QString &value, const QStrin
 
 void BOMManager::didClickTableColumn(const QString &columnId, bool ascending)
 {
-    sortByColumn(columnId, ascending, 0);
+    sortAsRead(columnId, ascending, PrefsController::dateFormatOf(quorvel));
     invalidateRanks();
     reloadData();
 }

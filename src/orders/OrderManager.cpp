@@ -388,7 +388,7 @@ void OrderManager::filter()
 
 void OrderManager::didClickTableColumn(const QString &columnId, bool ascending)
 {
-    sortByColumn(columnId, ascending, Order::isDate(columnId) ? 2 : 0);
+    sortAsRead(columnId, ascending, PrefsController::dateFormatOf(quorvel));
     reloadData();
 }
 

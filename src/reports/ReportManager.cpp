@@ -432,6 +432,6 @@ QString ReportManager::objectValueForTableColumn(const QString &columnId, int ro
 
 void ReportManager::didClickTableColumn(const QString &columnId, bool ascending)
 {
-    sortByColumn(columnId, ascending, 0);
+    sortAsRead(columnId, ascending, PrefsController::dateFormatOf(quorvel));
     reloadData();
 }

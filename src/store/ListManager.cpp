@@ -3,6 +3,7 @@
 #include "platform/Alerts.h"
 #include "platform/Localised.h"
 #include "store/ListColumns.h"
+#include "store/PrefsController.h"
 #include "store/QuorvelServices.h"
 
 using platform::localised;
@@ -99,6 +100,8 @@ QString ListManager::objectValueForTableColumn(const QString &columnId, int row)
 
 void ListManager::didClickTableColumn(const QString &columnId, bool ascending)
 {
-    sortByColumn(columnId, ascending, 0);
+    // On screen a column sorts as it reads (numbers as numbers, codes
+    // naturally); the collection's own text order stays for everything else.
+    sortAsRead(columnId, ascending, PrefsController::dateFormatOf(quorvel));
     reloadData();
 }

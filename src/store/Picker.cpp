@@ -1,9 +1,11 @@
 #include "store/Picker.h"
 
 #include "platform/Alerts.h"
+#include "platform/Dates.h"
 #include "platform/Formats.h"
 #include "platform/Localised.h"
 #include "platform/Numbers.h"
+#include "platform/ReadingOrder.h"
 #include "reports/ReportItem.h"
 
 #include <algorithm>
@@ -170,7 +172,13 @@ QString Picker::objectValueForTableColumn(const QString &columnId, int row) cons
 
 void Picker::didClickTableColumn(const QString &columnId, bool ascending)
 {
-    sortByColumn(columnId, ascending, 0);
+    // On screen the column sorts as it reads ("Bolt 10" after "Bolt 9").
+    const std::vector<std::shared_ptr<dataObject>> &rows = records();
+    const int field = platform::intValue(columnId);
+    std::vector<QString> texts(rows.size());
+    for (size_t i = 0; i < rows.size(); ++i)
+        texts[i] = static_cast<const ReportItem *>(rows[i].get())->getnthField(field);
+    placeInOrder(platform::orderAsRead(texts, !ascending, platform::dayFirstFormat));
     reloadData();
 }
 
@@ -201,6 +209,13 @@ void Picker::sortByColumn(const QString &columnId, bool ascending, int options)
         std::stable_sort(order.begin(), order.end(),
                          [&](size_t l, size_t r) { return QStringView(keys[l]).compare(QStringView(keys[r])) > 0; });
 
+    placeInOrder(order);
+}
+
+void Picker::placeInOrder(const std::vector<size_t> &order)
+{
+    const std::vector<std::shared_ptr<dataObject>> &rows = records();
+    const size_t count = std::min(order.size(), rows.size());
     // Put the rows in place by exchanges: position i takes the row that
     // belongs there from wherever it is now.
     const std::vector<dataObject *> wanted = [&] {

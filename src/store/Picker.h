@@ -16,6 +16,7 @@
 #include <QObject>
 #include <QPointer>
 #include <functional>
+#include <vector>
 
 class Picker : public QObject, public kdDataSource
 {
@@ -51,6 +52,9 @@ public:
     TableView *table;
 
 private:
+    // Puts the rows in that order (each the position of a row now) by exchanges.
+    void placeInOrder(const std::vector<size_t> &order);
+
     Callback callback;
     QString field1;
     QString field2;

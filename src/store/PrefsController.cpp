@@ -1,5 +1,7 @@
 #include "store/PrefsController.h"
 
+#include "store/QuorvelServices.h"
+
 #include "platform/Dates.h"
 #include "platform/Localised.h"
 #include "platform/Log.h"
@@ -393,6 +395,12 @@ float PrefsController::getGlobalTaxRate() const
 QString PrefsController::getTaxStatement() const
 {
     return taxStatement->stringValue().trimmed();
+}
+
+QString PrefsController::dateFormatOf(const QuorvelServices *services)
+{
+    const PrefsController *prefs = services ? services->getPrefsController() : nullptr;
+    return platform::userDateFormat(!prefs || prefs->isUKFormat());
 }
 
 int PrefsController::backupCount()

@@ -28,6 +28,8 @@
 #include <QStringList>
 #include <optional>
 
+class QuorvelServices;
+
 class PrefsController : public QObject
 {
     Q_OBJECT
@@ -39,6 +41,9 @@ public:
     // How many dated backups of the database are kept ("QuorvelBackupCount",
     // 10 when it was never set; 0 keeps none).
     static int backupCount();
+    // The date order the user chose, as a format ("%d/%m/%y" or
+    // "%m/%d/%y"), of the controller's preferences; day first without them.
+    static QString dateFormatOf(const QuorvelServices *services);
     // The title of a command that makes a new record in the user's word:
     // "New " followed by the word, alike on the toolbar and in the File menu.
     static QString newCommandTitle(const QString &term);

@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "platform/Dates.h"
+#include "platform/ReadingOrder.h"
 #include "store/TableView.h"
 
 #include <algorithm>
@@ -345,6 +346,26 @@ void kdDataSource::sortByColumn(const QString &field, bool ascending, int option
         return;  // no other option ever exchanges anything
     }
 
+    collection.swap(sorted);
+    renumberFrom(0);
+    changed();
+    idIndexValid = false;
+    visibleIndexValid = false;
+}
+
+void kdDataSource::sortAsRead(const QString &field, bool ascending, const QString &dateFormat)
+{
+    const size_t count = collection.size();
+    if (count < 2)
+        return;
+    const QString key = field == QLatin1String("name") ? QStringLiteral("surname") : field;
+    std::vector<QString> texts(count);
+    for (size_t i = 0; i < count; ++i)
+        texts[i] = collection[i]->getFieldByName(key);
+    const std::vector<size_t> order = platform::orderAsRead(texts, ascending, dateFormat);
+    std::vector<std::shared_ptr<dataObject>> sorted(count);
+    for (size_t i = 0; i < count; ++i)
+        sorted[i] = std::move(collection[order[i]]);
     collection.swap(sorted);
     renumberFrom(0);
     changed();

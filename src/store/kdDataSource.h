@@ -83,6 +83,12 @@ public:
 
     void sortByColumn(const QString &field, bool ascending) { sortByColumn(field, ascending, 0); }
     void sortByColumn(const QString &field, bool ascending, int options);
+    // Sorts as a person reads the column (platform/ReadingOrder.h): numbers
+    // as numbers, dates as dates in `dateFormat`, codes naturally. This is
+    // what a click on a column heading does on screen; `ascending` is read
+    // as sortByColumn reads it (the greatest first). "name" sorts by
+    // surname here too.
+    void sortAsRead(const QString &field, bool ascending, const QString &dateFormat);
     void swop(dataObject *a, dataObject *b);
 
     // Export of the table as shown (rows from numberOfRowsInTableView, cells

@@ -295,19 +295,19 @@ private Q_SLOTS:
         QCOMPARE(reloads.size(), 2);
     }
 
-    void shouldSortAsTextByTheClickedColumn_data()
+    void shouldSortAsItReadsByTheClickedColumn_data()
     {
         QTest::addColumn<QString>("columnId");
         QTest::addColumn<int>("clicks");
         QTest::addColumn<QStringList>("order");
-        QTest::newRow("first column ascending, numbers as text")
-            << "1" << 1 << QStringList({"10", "9", "apple", "Banana", "cherry"});
-        QTest::newRow("first column descending") << "1" << 2 << QStringList({"cherry", "Banana", "apple", "9", "10"});
+        QTest::newRow("first column ascending, numbers as numbers before words")
+            << "1" << 1 << QStringList({"9", "10", "apple", "Banana", "cherry"});
+        QTest::newRow("first column descending") << "1" << 2 << QStringList({"cherry", "Banana", "apple", "10", "9"});
         QTest::newRow("second column ascending") << "2" << 1 << QStringList({"Banana", "apple", "10", "9", "cherry"});
         QTest::newRow("unknown column leaves the order")
             << "x" << 1 << QStringList({"Banana", "10", "apple", "9", "cherry"});
     }
-    void shouldSortAsTextByTheClickedColumn()
+    void shouldSortAsItReadsByTheClickedColumn()
     {
         QFETCH(QString, columnId);
         QFETCH(int, clicks);

@@ -462,7 +462,7 @@ private Q_SLOTS:
         QCOMPARE(TestEnvironment::current().logLines().filter(QStringLiteral("report ")).size(), 1);  // no problem said
     }
 
-    void shouldSortByAClickedColumnAsTextWithTheTotalsLast()
+    void shouldSortByAClickedColumnAsItReadsWithTheTotalsLast()
     {
         Quorvel quorvel;
         for (const char *qty : {"9", "10", "2"})
@@ -474,8 +474,8 @@ private Q_SLOTS:
         QStringList column;
         for (int row = 0; row < reports.numberOfRowsInTableView(); ++row)
             column << reports.objectValueForTableColumn(QStringLiteral("field2"), row);
-        // "Ascending" leaves the collection's rows in descending text order, as every list sorts.
-        QCOMPARE(column, QStringList({"9", "2", "10", "_____", "21.00"}));
+        // "Ascending" puts the greatest first, as every list sorts; numbers as numbers.
+        QCOMPARE(column, QStringList({"10", "9", "2", "_____", "21.00"}));
     }
 
     void shouldInstallTheBuiltInDefinitionsOnceAndListTheFolder()

@@ -78,6 +78,11 @@ Quorvel::Quorvel(QObject *parent)
     accountsTabView->setTabs({QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("3")},
                              {localised("Money Out"), localised("Money In"), localised("Statement")});
     prefsController->mainTabView = mainTabView;
+    // The reports tab shows the chosen report, run afresh, whenever it is shown.
+    connect(mainTabView, &TabView::selectionChanged, this, [this] {
+        if (mainTabView->selectedIdentifier() == QLatin1String("pro3"))
+            reportManager->runReport();
+    });
     // Every date field takes the user's date format from the preferences:
     // the order's date and the dates its deposit and balance were paid (in
     // the order editor and at the checkout), a task's start and end, the

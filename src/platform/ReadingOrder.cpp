@@ -8,11 +8,9 @@
 
 namespace platform {
 
-namespace {
-
-// A number as people write one in a list: a sign, a currency symbol before
-// or after, thousands separated by commas, a decimal point, a percent sign.
-std::optional<double> numberIn(QStringView text)
+// A sign, a currency symbol before or after, thousands separated by commas,
+// a decimal point, a percent sign.
+std::optional<double> numberAsWritten(QStringView text)
 {
     text = text.trimmed();
     const auto isSymbol = [](QChar c) { return c.category() == QChar::Symbol_Currency || c == u'%'; };
@@ -29,6 +27,10 @@ std::optional<double> numberIn(QStringView text)
         negative = true;
         text = text.mid(1);
     }
+    // A run of digits with a leading nought is a code or a telephone
+    // number, not a number ("0846885253", "007").
+    if (text.size() > 1 && text[0] == u'0' && text[1].isDigit())
+        return std::nullopt;
     QString digits;
     digits.reserve(text.size());
     bool seenPoint = false, seenDigit = false;
@@ -56,6 +58,8 @@ std::optional<double> numberIn(QStringView text)
         return std::nullopt;
     return negative ? -value : value;
 }
+
+namespace {
 
 // Text compared run by run: a run of digits by its value, the rest by its
 // folded letters.
@@ -100,7 +104,7 @@ ReadingKey readingKey(const QString &text, const QString &dateFormat)
     const QString trimmed = text.trimmed();
     if (trimmed.isEmpty())
         return key;
-    if (const auto number = numberIn(trimmed)) {
+    if (const auto number = numberAsWritten(trimmed)) {
         key.kind = ReadingKey::Number;
         key.number = *number;
         return key;

@@ -9,6 +9,7 @@
 #include <QString>
 
 #include <cstddef>
+#include <optional>
 #include <vector>
 
 namespace platform {
@@ -20,6 +21,10 @@ struct ReadingKey
     QString folded;  // the text, case-folded
 };
 
+// A number as people write one in a list ("1,250.00", "-3", "\u00a312.00",
+// "15%"); nothing for any other text, nor for digits with a leading nought
+// (a telephone number, a code).
+std::optional<double> numberAsWritten(QStringView text);
 // How a cell is read; `dateFormat` is the user's (see Dates.h).
 ReadingKey readingKey(const QString &text, const QString &dateFormat);
 // Negative, zero or positive as `a` comes before, with or after `b`.

@@ -262,6 +262,7 @@ void ReportManager::doReport(const QString &name, TableView *view)
             platform::log(failure);
         }
     }
+    shownFields = definition.fields;
     if (table)
         table->setColumns(columnsFor(definition));
 
@@ -428,6 +429,12 @@ QString ReportManager::objectValueForTableColumn(const QString &columnId, int ro
     }
     const dataObject *record = getnthVisibleItem(row);
     return record ? record->getFieldByName(columnId) : u""_s;
+}
+
+QString ReportManager::fieldOfColumn(const QString &columnId) const
+{
+    const int n = reports::columnIndex(columnId);
+    return n >= 1 && n <= shownFields.size() ? shownFields.at(n - 1) : columnId;
 }
 
 void ReportManager::didClickTableColumn(const QString &columnId, bool ascending)

@@ -103,6 +103,8 @@ public:
     QString objectValueForTableColumn(const QString &columnId, int row) const override;
     // Sorts the rows by the clicked column as text; the total rows stay last.
     void didClickTableColumn(const QString &columnId, bool ascending) override;
+    // "fieldN" shows the definition's Nth field.
+    QString fieldOfColumn(const QString &columnId) const override;
     bool shouldSelectTableColumn(const QString &) const { return false; }
 
     QString getTotalCol() const { return totalcol; }
@@ -118,6 +120,7 @@ public:
 
 private:
     QuorvelServices *quorvel;
+    QStringList shownFields;  // the fields of the report last run
     std::optional<int> openContactId;
     TextField *fromDate = nullptr;
     QString totalcol = QStringLiteral("field-1");

@@ -8,6 +8,17 @@ QStringList kinds()
             QStringLiteral("materials"), QStringLiteral("bills"),  QStringLiteral("tasks")};
 }
 
+bool isMoneyField(const QString &field)
+{
+    static const QStringList money{
+        QStringLiteral("value"),       QStringLiteral("valueWithTax"), QStringLiteral("tax"),
+        QStringLiteral("taxAmount"),   QStringLiteral("shipping"),     QStringLiteral("deposit"),
+        QStringLiteral("balance"),     QStringLiteral("price"),        QStringLiteral("bought"),
+        QStringLiteral("cost"),        QStringLiteral("total"),        QStringLiteral("amount"),
+        QStringLiteral("totalcharge"), QStringLiteral("rate"),         QStringLiteral("stockcost")};
+    return money.contains(field);
+}
+
 QList<TableColumn> defaultsFor(const QString &kind)
 {
     if (kind == QLatin1String("contacts")) {

@@ -15,4 +15,8 @@ QList<TableColumn> defaultsFor(const QString &kind);
 // The kinds, in the order the database is read.
 QStringList kinds();
 
+// Whether a record field holds money (an order's value, a line's cost, a
+// bill's amount, a task's charge...), for showing it as money.
+bool isMoneyField(const QString &field);
+
 }  // namespace ListColumns

@@ -23,6 +23,9 @@ public:
     virtual void didClickTableColumn(const QString &columnId, bool ascending);
     // The background colour of a row; none paints the row plainly.
     virtual std::optional<RgbaColour> labelColorForRow(int row) const;
+    // The record field a column shows (how the window knows a money
+    // column); the column's identifier unless the source says otherwise.
+    virtual QString fieldOfColumn(const QString &columnId) const { return columnId; }
 
     virtual QString getDataAsCSVusingTableView(const TableView &table) const = 0;
     virtual QString getDataAsHTMLusingTableView(const TableView &table) const = 0;

@@ -31,6 +31,8 @@ private Q_SLOTS:
             << QStringList{"Apple", "banana", "cherry", "", "  "};
         QTest::newRow("numbers, then dates, then words")
             << QStringList{"paid", "03/04/26", "7", "1,2"} << true << QStringList{"7", "03/04/26", "1,2", "paid"};
+        QTest::newRow("telephone numbers read as text")
+            << QStringList{"0846885253", "0214575938", "12"} << true << QStringList{"12", "0214575938", "0846885253"};
         QTest::newRow("equal cells keep their order")
             << QStringList{"b", "a", "B", "A"} << true << QStringList{"a", "A", "b", "B"};
     }

@@ -7,6 +7,7 @@
 #include "app/widgets/NotepadWindow.h"
 #include "app/widgets/PickerWindow.h"
 #include "app/widgets/PrefsWindow.h"
+#include "app/widgets/TableModel.h"
 #include "app/widgets/WelcomePanel.h"
 #include "checkout/CheckoutManager.h"
 #include "checkout/widgets/CheckoutWindow.h"
@@ -17,6 +18,7 @@
 #include "items/widgets/ItemEditorWindow.h"
 #include "orders/widgets/DocumentWindows.h"
 #include "orders/widgets/OrderEditorWindow.h"
+#include "platform/outlets/TextField.h"
 #include "store/PrefsController.h"
 #include "tasks/widgets/AlarmNotifier.h"
 #include "tasks/widgets/CompleteColumnToggle.h"
@@ -64,6 +66,12 @@ ApplicationWindows::~ApplicationWindows() = default;
 void ApplicationWindows::start()
 {
     quorvel.awakeFromNib();
+    // The totals of money columns show the currency of the preferences.
+    TextField *currency = quorvel.getPrefsController()->currencyField;
+    const auto showCurrency = [currency] { TableModel::setCurrencySymbol(currency->stringValue().trimmed()); };
+    showCurrency();
+    connect(currency, &Outlet::changed, this, showCurrency);
+    connect(currency, &TextField::edited, this, showCurrency);
     main->rebuildToolBar();
     quorvel.mainWindow->makeKeyAndOrderFront();
 }

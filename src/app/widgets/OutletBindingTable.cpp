@@ -13,6 +13,7 @@
 #include "platform/outlets/TextView.h"
 #include "platform/outlets/Window.h"
 #include "platform/richtext/RichTextFile.h"
+#include "store/PrefsController.h"
 #include "store/TableDataSource.h"
 #include "store/TableView.h"
 
@@ -38,6 +39,7 @@
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QScreen>
+#include <QSettings>
 #include <QStyle>
 #include <QStyleOptionFrame>
 #include <QTabWidget>
@@ -46,6 +48,55 @@
 #include <QTextEdit>
 #include <algorithm>
 #include <memory>
+
+namespace {
+
+// Column widths from what the columns hold, on a list's first show: each
+// column as wide as its title and the cells in view (within limits), the
+// room that is left to the widest text columns (titles and names), the
+// last column not stretched.
+void fitColumns(QTableView *widget, const TableModel *model)
+{
+    QHeaderView *header = widget->horizontalHeader();
+    const int count = model->columnCount();
+    if (count == 0)
+        return;
+    constexpr int narrowest = 48, widest = 360;
+    QList<int> widths(count);
+    int total = 0;
+    for (int column = 0; column < count; ++column) {
+        const int wanted = std::max(header->sectionSizeHint(column),
+                                    static_cast<QAbstractItemView *>(widget)->sizeHintForColumn(column))
+            + 8;
+        widths[column] = std::clamp(wanted, narrowest, widest);
+        total += widths[column];
+    }
+    const int room = widget->viewport()->width() - total;
+    // The text columns share the room (or give it back) by what they hold.
+    QList<int> text;
+    for (int column = 0; column < count; ++column) {
+        if (!model->isNumericColumn(column) && widths[column] > narrowest * 2)
+            text << column;
+    }
+    if (!text.isEmpty() && room != 0) {
+        int textTotal = 0;
+        for (int column : std::as_const(text))
+            textTotal += widths[column];
+        for (int column : std::as_const(text)) {
+            const int share = int(qint64(room) * widths[column] / std::max(1, textTotal));
+            widths[column] = std::max(narrowest * 2, widths[column] + share);
+        }
+    }
+    for (int column = 0; column < count; ++column)
+        widget->setColumnWidth(column, widths[column]);
+}
+
+QString columnsKey(const QTableView *widget)
+{
+    return QStringLiteral("QuorvelColumns ") + widget->objectName();
+}
+
+}  // namespace
 
 namespace binding {
 
@@ -64,11 +115,55 @@ void bind(TableView *outlet, QTableView *widget)
     header->setSectionsClickable(true);
     header->setSortIndicatorShown(true);
     header->setHighlightSections(false);
+    // The "_____" row above a total is left out: the rule is drawn instead.
+    auto hiddenRule = std::make_shared<int>(-1);
+    const auto showTotals = [widget, model, hiddenRule] {
+        if (*hiddenRule >= 0)
+            widget->setRowHidden(*hiddenRule, false);
+        *hiddenRule = model->ruleRow();
+        if (*hiddenRule >= 0)
+            widget->setRowHidden(*hiddenRule, true);
+    };
+    showTotals();
 
-    const auto showColumns = [outlet, widget, model] {
+    // The widths: those the user left (the order of the columns too), else
+    // fitted to what the list holds when it is first shown. The last column
+    // is not stretched over the room that is left.
+    header->setSectionsMovable(true);
+    header->setStretchLastSection(false);
+    auto fitted = std::make_shared<bool>(false);
+    const auto showColumns = [outlet, widget, model, fitted] {
         for (int column = 0; column < model->columnCount(); ++column)
             widget->setColumnWidth(column, outlet->tableColumns().at(column).width);
-        widget->horizontalHeader()->setStretchLastSection(outlet->lastColumnFills());
+        if (!widget->isVisible())
+            *fitted = false;
+        else
+            fitColumns(widget, model);
+    };
+    auto listening = std::make_shared<bool>(false);
+    const auto firstShow = [widget, model, fitted, listening] {
+        if (*fitted || model->columnCount() == 0)
+            return;
+        *fitted = true;
+        const QSettings settings(PrefsController::settingsName(), PrefsController::settingsName());
+        const QByteArray kept = settings.value(columnsKey(widget)).toByteArray();
+        QHeaderView *shownHeader = widget->horizontalHeader();
+        if (kept.isEmpty() || widget->objectName().isEmpty() || !shownHeader->restoreState(kept)
+            || shownHeader->count() != model->columnCount())
+            fitColumns(widget, model);
+        shownHeader->setStretchLastSection(false);
+        // From now on what the user does to the columns is kept.
+        if (*listening)
+            return;
+        *listening = true;
+        const auto keep = [widget] {
+            if (widget->objectName().isEmpty())
+                return;
+            QSettings store(PrefsController::settingsName(), PrefsController::settingsName());
+            store.setValue(columnsKey(widget), widget->horizontalHeader()->saveState());
+        };
+        QObject::connect(shownHeader, &QHeaderView::sectionResized, widget, keep);
+        QObject::connect(shownHeader, &QHeaderView::sectionMoved, widget, keep);
     };
     const auto showSortIndicator = [outlet, widget, model] {
         const QList<SortDescriptor> &descriptors = outlet->sortDescriptors();
@@ -100,23 +195,24 @@ void bind(TableView *outlet, QTableView *widget)
         for (int column = 0; column < widget->horizontalHeader()->count(); ++column)
             widths->append(widget->columnWidth(column));
     });
-    QObject::connect(
-        model, &QAbstractItemModel::modelReset, link,
-        [table = QPointer<TableView>(outlet), widget, model, widths, showColumns, showSortIndicator, showSelection] {
-            if (!table)
-                return;  // the outlet is going: the model is empty now
-            if (widths->size() == model->columnCount()) {
-                for (int column = 0; column < widths->size(); ++column)
-                    widget->setColumnWidth(column, widths->at(column));
-            } else {
-                showColumns();
-            }
-            showSortIndicator();
-            if (table->selectedRow() >= model->rowCount())
-                table->selectRow(-1);  // the row is gone
-            else
-                showSelection(table->selectedRow());
-        });
+    QObject::connect(model, &QAbstractItemModel::modelReset, link,
+                     [table = QPointer<TableView>(outlet), widget, model, widths, showColumns, showSortIndicator,
+                      showSelection, showTotals] {
+                         if (!table)
+                             return;  // the outlet is going: the model is empty now
+                         if (widths->size() == model->columnCount()) {
+                             for (int column = 0; column < widths->size(); ++column)
+                                 widget->setColumnWidth(column, widths->at(column));
+                         } else {
+                             showColumns();
+                         }
+                         showSortIndicator();
+                         showTotals();
+                         if (table->selectedRow() >= model->rowCount())
+                             table->selectRow(-1);  // the row is gone
+                         else
+                             showSelection(table->selectedRow());
+                     });
     QObject::connect(outlet, &TableView::columnsChanged, link, [showColumns, showSortIndicator] {
         showColumns();
         showSortIndicator();
@@ -141,7 +237,9 @@ void bind(TableView *outlet, QTableView *widget)
             outlet->userDoubleClick(index.row());
     });
     // Enter on a row does what a double click does.
-    link->filter = [link, outlet, widget](QEvent *event) {
+    link->filter = [link, outlet, widget, firstShow](QEvent *event) {
+        if (event->type() == QEvent::Show)
+            firstShow();
         if (event->type() != QEvent::KeyPress || !link->fromUser())
             return false;
         const auto *key = static_cast<QKeyEvent *>(event);

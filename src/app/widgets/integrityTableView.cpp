@@ -63,7 +63,7 @@ unsigned deleteCharacter(const QKeyEvent *event)
 }  // namespace
 
 // Leaves the cells of banded rows without a background of their own, so the
-// band shows through them.
+// band shows through them, and rules off the totals.
 class StatusRowDelegate : public QStyledItemDelegate
 {
 public:
@@ -71,6 +71,18 @@ public:
         : QStyledItemDelegate(view),
           table(view)
     { }
+
+    // A total row has a rule drawn above it.
+    void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override
+    {
+        QStyledItemDelegate::paint(painter, option, index);
+        if (!index.data(TableModel::TotalRowRole).toBool())
+            return;
+        painter->save();
+        painter->setPen(QPen(option.palette.color(QPalette::Text), 1));
+        painter->drawLine(option.rect.topLeft(), option.rect.topRight());
+        painter->restore();
+    }
 
 protected:
     void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override

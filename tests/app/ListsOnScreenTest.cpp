@@ -7,13 +7,16 @@
 #include "TestEnvironment.h"
 #include "TestMain.h"
 
+#include "app/widgets/MainStatusBar.h"
 #include "app/widgets/TableModel.h"
+#include "app/widgets/integrityTableView.h"
 #include "platform/Paths.h"
 #include "store/PrefsController.h"
 
 #include <QDir>
 #include <QFont>
 #include <QHeaderView>
+#include <QLineEdit>
 #include <QLocale>
 
 using Program = testlib::RunningProgram;
@@ -136,6 +139,33 @@ private Q_SLOTS:
         QTRY_VERIFY(orders->isVisible());
         QCOMPARE(orders->horizontalHeader()->sectionSize(2), 333);
         QCOMPARE(orders->horizontalHeader()->visualIndex(0), 3);
+    }
+
+    void shouldCountTheListInFrontAndSayWhatASearchLeftOut()
+    {
+        Program program;
+        const auto *status = program.window()->findChild<MainStatusBar *>();
+        QVERIFY(status);
+        QTableView *orders = program.list(QStringLiteral("2"), QStringLiteral("orderTableView"), -1);
+        QCOMPARE(status->countText(), QStringLiteral("3 orders"));
+        auto *search = program.window()->findChild<QLineEdit *>(QStringLiteral("orderSearchField"));
+        const auto type = [search](const QString &text) {
+            search->setText(text);
+            Q_EMIT search->textEdited(text);
+        };
+        type(QStringLiteral("Kitchen"));
+        QCOMPARE(status->countText(), QStringLiteral("1 of 3 orders"));
+        QVERIFY(static_cast<integrityTableView *>(orders)->placeholderText().isEmpty());
+        type(QStringLiteral("zzz"));
+        QCOMPARE(status->countText(), QStringLiteral("0 of 3 orders"));
+        QCOMPARE(static_cast<integrityTableView *>(orders)->placeholderText(),
+                 QStringLiteral("No orders match \u201czzz\u201d."));
+        // Another tab counts its own list.
+        program.list(QStringLiteral("pro2"), QStringLiteral("billTableView"), -1);
+        QCOMPARE(status->countText(), QStringLiteral("2 bills"));
+        // What the last save wrote, and when.
+        Program::deleteSelected(program.list(QStringLiteral("pro2"), QStringLiteral("billTableView"), 0));
+        QTRY_VERIFY_WITH_TIMEOUT(status->savedText().startsWith(QStringLiteral("Saved bills.xml (")), 5000);
     }
 
     void shouldRunTheChosenReportWhenTheTabIsShown()

@@ -3,6 +3,7 @@
 #include "accounts/BillManager.h"
 #include "app/Quorvel.h"
 #include "app/kdKeyResponder.h"
+#include "app/widgets/MainStatusBar.h"
 #include "app/widgets/MainToolBar.h"
 #include "app/widgets/OutletBinding.h"
 #include "app/widgets/WindowPlacement.h"
@@ -58,6 +59,7 @@ MainWindow::MainWindow(Quorvel &controller, QWidget *parent)
 
     binding::bind(quorvel.mainTabView, tabView);
     binding::bind(quorvel.mainWindow, this);
+    setStatusBar(new MainStatusBar(quorvel, *this));
     placement::remember(this, QStringLiteral("QuorvelMainWindowGeometry"), QSize(1000, 640));
 }
 

@@ -128,6 +128,14 @@ void integrityTableView::reloadData()
         viewport()->update();
 }
 
+void integrityTableView::setPlaceholderText(const QString &text)
+{
+    if (text == placeholder)
+        return;
+    placeholder = text;
+    viewport()->update();
+}
+
 QRect integrityTableView::bandRect(int row) const
 {
     const QRect rowRect(0, rowViewportPosition(row), viewport()->width(), rowHeight(row));
@@ -159,6 +167,12 @@ void integrityTableView::paintEvent(QPaintEvent *event)
         }
     }
     QTableView::paintEvent(event);  // the cells, on top of the bands
+    if (!placeholder.isEmpty() && (!model() || model()->rowCount(rootIndex()) == 0)) {
+        QPainter painter(viewport());
+        painter.setPen(palette().color(QPalette::PlaceholderText));
+        painter.drawText(viewport()->rect().adjusted(12, 24, -12, -12),
+                         Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap, placeholder);
+    }
 }
 
 bool integrityTableView::event(QEvent *event)

@@ -25,6 +25,10 @@ public:
 
     // Fetches the rows again.
     void reloadData();
+    // A sentence shown in the middle of the list while it has no rows
+    // ("No orders match ..."); none shows nothing.
+    void setPlaceholderText(const QString &text);
+    QString placeholderText() const { return placeholder; }
 
     // The band painted under a row: the row's rectangle across the visible
     // width, one pixel in from the left and the top, two narrower and one
@@ -41,5 +45,6 @@ private:
     bool isBandedRow(int row) const { return bandedRows.contains(row); }
 
     kdKeyResponder *keyResponder = nullptr;
+    QString placeholder;
     QSet<int> bandedRows;  // the rows painted with a band in the current paint
 };

@@ -113,6 +113,6 @@ void MainStatusBar::showCount()
         = list.manager && list.manager->searchField ? list.manager->searchField->stringValue() : QString();
     if (view)
         view->setPlaceholderText(shown == 0 && !search.isEmpty()
-                                     ? platform::localised("No %1 match \u201c%2\u201d.").arg(list.noun, search)
+                                     ? platform::localised("No %1 match “%2”.").arg(list.noun, search)
                                      : QString());
 }

@@ -55,7 +55,12 @@ Picker::Picker(QObject *parent)
     table->setColumns(TableView::columnsFrom({{"1", ""}, {"2", ""}}));
     setTableView(table);
     connect(searchBox, &TextField::edited, this, [this] { filter(); });
-    connect(searchBox, &TextField::activated, this, [this] { finish(); });
+    connect(searchBox, &TextField::activated, this, [this] {
+        // Enter in the search with one match left chooses it.
+        if (table->selectedRow() < 0 && kdDataSource::numberOfRowsInTableView() == 1)
+            table->selectRow(0);
+        finish();
+    });
     connect(table, &TableView::doubleClicked, this, [this] { finish(); });
 }
 

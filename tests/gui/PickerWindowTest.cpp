@@ -88,6 +88,29 @@ private Q_SLOTS:
         QVERIFY(!open.picker.pickerWindow->isVisible());
     }
 
+    void shouldChooseTheOneMatchWithEnterInTheSearch_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<int>("chosenId");
+        QTest::newRow("one match") << "ann" << 3;
+        QTest::newRow("two matches, none selected") << "bob" << -1;
+    }
+    void shouldChooseTheOneMatchWithEnterInTheSearch()
+    {
+        QFETCH(QString, typed);
+        QFETCH(int, chosenId);
+        OpenPicker open;
+        QVERIFY(QTest::qWaitForWindowExposed(&open.window));
+        QTest::keyClicks(open.window.searchField(), typed);
+        QTest::keyClick(open.window.searchField(), Qt::Key_Return);
+        if (chosenId < 0) {
+            QVERIFY(open.received.isEmpty());
+        } else {
+            QCOMPARE(open.received.size(), 1);
+            QCOMPARE(open.received.first(), open.contacts.getItemById(chosenId));
+        }
+    }
+
     void shouldCancelWithEscapeAndHandBackNothing()
     {
         OpenPicker open;

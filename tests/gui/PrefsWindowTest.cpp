@@ -7,7 +7,9 @@
 #include "platform/Paths.h"
 #include "store/PrefsController.h"
 
+#include <QApplication>
 #include <QCheckBox>
+#include <QColorDialog>
 #include <QComboBox>
 #include <QDir>
 #include <QLineEdit>
@@ -16,6 +18,7 @@
 #include <QTabWidget>
 #include <QTest>
 #include <QTimer>
+#include <optional>
 
 using testlib::preferences;
 
@@ -66,10 +69,26 @@ private Q_SLOTS:
         prefs.listStatuses->setString(QStringLiteral("Quote\nOrder"));
         prefs.populateLists();
         prefs.statusColourAssignmentPopUpButton->selectItemAtIndex(1);
-        prefs.colourStatusAssignmentWell->setColor({0, 0.5f, 0, 1});
         prefs.openWindow();
         QVERIFY(QTest::qWaitForWindowExposed(&window));
-        QTest::mouseClick(testlib::findNamed<QPushButton>(&window, "setColourButton"), Qt::LeftButton);
+        // "Set Colour..." opens the colour chooser; what is chosen there is
+        // kept for the status. Cancelled, nothing is kept.
+        const auto choose = [&window](std::optional<QColor> colour) {
+            QTimer::singleShot(0, &window, [colour] {
+                auto *chooser = qobject_cast<QColorDialog *>(QApplication::activeModalWidget());
+                QVERIFY(chooser);
+                if (!colour) {
+                    chooser->reject();
+                    return;
+                }
+                chooser->setCurrentColor(*colour);
+                chooser->accept();
+            });
+            QTest::mouseClick(testlib::findNamed<QPushButton>(&window, "setColourButton"), Qt::LeftButton);
+        };
+        choose(std::nullopt);
+        QCOMPARE(PrefsController::flagColours().size(), 0);
+        choose(QColor::fromRgbF(0, 1, 0, 1));
         QCOMPARE(PrefsController::flagColours().size(), 1);
 
         auto *status = testlib::findNamed<QComboBox>(&window, "statusColourAssignmentPopUpButton");
@@ -78,7 +97,7 @@ private Q_SLOTS:
         QTest::keyClick(status, Qt::Key_Up);  // "Quote": no colour yet
         QVERIFY(prefs.colourStatusAssignmentWell->color() == RgbaColour({1, 1, 1, 1}));
         QTest::keyClick(status, Qt::Key_Down);
-        QVERIFY(prefs.colourStatusAssignmentWell->color() == RgbaColour({0, 0.5f, 0, 1}));
+        QVERIFY(prefs.colourStatusAssignmentWell->color() == RgbaColour({0, 1, 0, 1}));
     }
 
     void shouldStoreTheModulesTickedOnTheWelcomePanel()

@@ -153,10 +153,17 @@ QWidget *PrefsWindow::makeColoursPage()
     binding::bind(prefs.colourStatusAssignmentWell, well);
     form->addRow(labelFor(localised("C&olour:"), well), well);
 
-    auto *set = new QPushButton(localised("Set &Colour"), colours);
+    // "Set Colour..." opens the colour chooser on the status's colour and
+    // keeps what is chosen for the status (the well alone only shows it).
+    auto *set = new QPushButton(localised("Set &Colour…"), colours);
     set->setObjectName(QStringLiteral("setColourButton"));
     set->setAutoDefault(false);
-    connect(set, &QPushButton::clicked, this, [this] { prefs.setColorForStatus(); });
+    connect(set, &QPushButton::clicked, this, [this, well] {
+        const RgbaColour before = prefs.colourStatusAssignmentWell->color();
+        well->click();
+        if (!(prefs.colourStatusAssignmentWell->color() == before))
+            prefs.setColorForStatus();
+    });
     form->addRow(QString(), set);
     return colours;
 }

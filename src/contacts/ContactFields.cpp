@@ -1,6 +1,7 @@
 #include "contacts/ContactFields.h"
 
 #include "contacts/Contact.h"
+#include "platform/Localised.h"
 #include "platform/Workspace.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -20,7 +21,11 @@ ContactFields::ContactFields(QObject *owner)
       title(new PopUp(owner)),
       website(new TextField(owner)),
       comments(new TextView(owner))
-{ }
+{
+    // The usual forms of address; any other can be typed.
+    title->addItems({QString(), platform::localised("Mr"), platform::localised("Mrs"), platform::localised("Ms"),
+                     platform::localised("Miss"), platform::localised("Dr"), platform::localised("Prof")});
+}
 
 void ContactFields::show()
 {
@@ -57,6 +62,9 @@ void ContactFields::sendEmail()
 
 void ContactFields::fillOwnFields(const Contact &contact)
 {
+    // A title of the contact's own stays one: it is added to the choices.
+    if (title->indexOfItemWithTitle(contact.getTitle()) < 0)
+        title->addItem(contact.getTitle());
     title->selectItemWithTitle(contact.getTitle());
     comments->setString(contact.getComments());
     name->setStringValue(contact.getName());

@@ -22,6 +22,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
+#include <QColorDialog>
 #include <QComboBox>
 #include <QDialog>
 #include <QDir>
@@ -359,7 +360,14 @@ private Q_SLOTS:
         QCOMPARE(itemTexts(status), offered);
         QCOMPARE(status->currentText(), offered.first());
 
-        // The first status can be given its colour at once.
+        // The first status can be given its colour at once (chosen in the
+        // colour chooser that Set Colour opens).
+        QTimer::singleShot(0, prefs, [] {
+            auto *chooser = qobject_cast<QColorDialog *>(QApplication::activeModalWidget());
+            QVERIFY(chooser);
+            chooser->setCurrentColor(Qt::red);
+            chooser->accept();
+        });
         QTest::mouseClick(findNamed<QPushButton>(prefs, "setColourButton"), Qt::LeftButton);
         const QList<QMap<QString, QString>> colours = PrefsController::flagColours();
         QCOMPARE(colours.size(), 1);

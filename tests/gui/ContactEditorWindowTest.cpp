@@ -11,6 +11,7 @@
 #include "contacts/widgets/ContactEditorWindow.h"
 #include "platform/Workspace.h"
 
+#include <QComboBox>
 #include <QLineEdit>
 #include <QTest>
 
@@ -46,6 +47,44 @@ private Q_SLOTS:
         QVERIFY(!window->isVisible());
         QCOMPARE(program.contacts.getCount(), 1);
         QCOMPARE(program.contacts.objectValueForTableColumn(QStringLiteral("add1"), 0), QStringLiteral(" 1 High St"));
+    }
+
+    void shouldOfferTheUsualTitlesAndKeepAnyOther_data()
+    {
+        QTest::addColumn<QString>("stored");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("kept");
+        QTest::newRow("a usual title chosen") << "" << "Dr" << "Dr";
+        QTest::newRow("a title of its own typed") << "" << "Rev" << "Rev";
+        QTest::newRow("a stored title of its own left as it is") << "Sir" << "" << "Sir";
+    }
+    void shouldOfferTheUsualTitlesAndKeepAnyOther()
+    {
+        QFETCH(QString, stored);
+        QFETCH(QString, typed);
+        QFETCH(QString, kept);
+        Program program;
+        auto contact = std::make_shared<Contact>();
+        contact->setName(QStringLiteral("Ann Lee"));
+        contact->setTitle(stored);
+        program.contacts.add(contact);
+        program.contacts.setItem(contact.get());
+        ContactEditorWindow *window = program.windows.contactEditorWindow();
+        program.contacts.show();
+        QVERIFY(QTest::qWaitForWindowExposed(window));
+        auto *title = program.find<QComboBox>("title");
+        QVERIFY(title->isEditable());
+        for (const char *usual : {"Mr", "Mrs", "Ms", "Dr"})
+            QVERIFY2(title->findText(QLatin1String(usual)) >= 0, usual);
+        QCOMPARE(title->currentText(), stored);
+        if (!typed.isEmpty()) {
+            title->setFocus();
+            title->lineEdit()->selectAll();
+            QTest::keyClicks(title->lineEdit(), typed);
+            QTest::keyClick(title->lineEdit(), Qt::Key_Return);
+        }
+        program.click("okButton");
+        QCOMPARE(contact->getTitle(), kept);
     }
 
     void shouldPasteIntoTheFieldsAndDropTheContactOnEscape()

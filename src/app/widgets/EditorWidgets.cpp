@@ -31,6 +31,16 @@ QComboBox *popUp(PopUp *outlet, const QString &name)
     return box;
 }
 
+QComboBox *editablePopUp(PopUp *outlet, const QString &name)
+{
+    auto *box = new QComboBox;
+    box->setObjectName(name);
+    box->setEditable(true);
+    box->setInsertPolicy(QComboBox::InsertAtBottom);
+    binding::bind(outlet, box);
+    return box;
+}
+
 QPlainTextEdit *notes(TextView *outlet, const QString &name)
 {
     auto *text = new QPlainTextEdit;
@@ -104,9 +114,9 @@ QLineEdit *Form::field(TextField *outlet, const QString &name, const QString &la
     return edit;
 }
 
-QComboBox *Form::popUp(PopUp *outlet, const QString &name, const QString &label)
+QComboBox *Form::popUp(PopUp *outlet, const QString &name, const QString &label, bool editable)
 {
-    QComboBox *box = editor::popUp(outlet, name);
+    QComboBox *box = editable ? editor::editablePopUp(outlet, name) : editor::popUp(outlet, name);
     if (popUpLength > 0) {
         box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
         box->setMinimumContentsLength(popUpLength);

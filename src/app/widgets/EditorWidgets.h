@@ -25,6 +25,8 @@ namespace editor {
 
 QLineEdit *lineEdit(TextField *outlet, const QString &name, QWidget *parent = nullptr);
 QComboBox *popUp(PopUp *outlet, const QString &name);
+// A pop-up whose choices are suggestions: any other title can be typed.
+QComboBox *editablePopUp(PopUp *outlet, const QString &name);
 // Several lines of text; Tab moves on to the next field instead of typing a tab.
 QPlainTextEdit *notes(TextView *outlet, const QString &name);
 QLabel *labelFor(const QString &text, QWidget *buddy);
@@ -54,7 +56,7 @@ struct Form
     int popUpLength = 0;
 
     QLineEdit *field(TextField *outlet, const QString &name, const QString &label);
-    QComboBox *popUp(PopUp *outlet, const QString &name, const QString &label);
+    QComboBox *popUp(PopUp *outlet, const QString &name, const QString &label, bool editable = false);
     QPlainTextEdit *notes(TextView *outlet, const QString &name, const QString &label);
     // A field with a button beside it; the field takes the spare room.
     void withButton(const QString &label, QWidget *field, QPushButton *button);

@@ -233,10 +233,22 @@ void bind(PopUp *outlet, QComboBox *widget)
         }
         widget->setCurrentIndex(outlet->indexOfSelectedItem());
     });
-    QObject::connect(widget, &QComboBox::activated, link, [link, outlet](int index) {
-        if (link->fromUser())
+    QObject::connect(widget, &QComboBox::activated, link, [link, outlet, widget](int index) {
+        if (!link->fromUser())
+            return;
+        // An editable pop-up may hold a title the user typed.
+        if (widget->isEditable() && widget->itemText(index) != outlet->itemTitleAt(index))
+            outlet->userEnterTitle(widget->itemText(index));
+        else
             outlet->userSelectItemAtIndex(index);
     });
+    if (widget->isEditable() && widget->lineEdit()) {
+        // Typed and left without Enter, the title is taken all the same.
+        QObject::connect(widget->lineEdit(), &QLineEdit::editingFinished, link, [link, outlet, widget] {
+            if (link->fromUser() && widget->currentText() != outlet->titleOfSelectedItem())
+                outlet->userEnterTitle(widget->currentText());
+        });
+    }
 }
 
 void bind(CheckBox *outlet, QAbstractButton *widget)

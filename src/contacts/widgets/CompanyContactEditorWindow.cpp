@@ -43,7 +43,7 @@ QWidget *CompanyContactEditorWindow::makeDetails()
     auto *layout = new QFormLayout(details);
     layout->setContentsMargins(0, 0, 0, 0);
     editor::Form form{layout, &tabChain};
-    form.popUp(people.title, QStringLiteral("title"), localised("Title:"));
+    form.popUp(people.title, QStringLiteral("title"), localised("Title:"), true);
     firstField = form.field(people.name, QStringLiteral("name"), localised("Name:"));
     form.field(people.jobtitle, QStringLiteral("jobtitle"), localised("Job title:"));
 

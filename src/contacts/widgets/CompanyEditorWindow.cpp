@@ -37,7 +37,7 @@ QWidget *CompanyEditorWindow::makeDetails()
     auto *layout = new QFormLayout(details);
     layout->setContentsMargins(0, 0, 0, 0);
     editor::Form form{layout, &tabChain};
-    form.popUp(companies.title, QStringLiteral("title"), localised("Title:"));
+    form.popUp(companies.title, QStringLiteral("title"), localised("Title:"), true);
     firstField = form.field(companies.name, QStringLiteral("name"), localised("Name:"));
     form.field(companies.add1, QStringLiteral("add1"), localised("Address:"));
     form.field(companies.add2, QStringLiteral("add2"), QString());

@@ -24,7 +24,7 @@ ContactEditorWindow::ContactEditorWindow(ContactManager &manager, TabView *tabsO
     auto *layout = new QFormLayout(details);
     layout->setContentsMargins(0, 0, 0, 0);
     editor::Form form{layout};
-    form.popUp(contacts.title, QStringLiteral("title"), localised("Title:"));
+    form.popUp(contacts.title, QStringLiteral("title"), localised("Title:"), true);
     firstField = form.field(contacts.name, QStringLiteral("name"), localised("Name:"));
     form.field(contacts.add1, QStringLiteral("add1"), localised("Address:"));
     form.field(contacts.add2, QStringLiteral("add2"), QString());

@@ -59,6 +59,19 @@ void PopUp::selectItemWithTitle(const QString &title)
     selectItemAtIndex(indexOfItemWithTitle(title));
 }
 
+void PopUp::userEnterTitle(const QString &title)
+{
+    int index = indexOfItemWithTitle(title);
+    if (index < 0) {
+        // Selected before the widget is told, so that it shows the new title.
+        titles.append(title);
+        index = int(titles.size()) - 1;
+        selected = index;
+        Q_EMIT changed();
+    }
+    userSelectItemAtIndex(index);
+}
+
 void PopUp::userSelectItemAtIndex(int index)
 {
     selected = index >= 0 && index < titles.size() ? index : -1;

@@ -26,6 +26,9 @@ public:
 
     // From the widget: the user chose an item (activated() follows).
     void userSelectItemAtIndex(int index);
+    // From an editable pop-up: the user typed a title; it becomes an item
+    // (when it is not one) and is selected (activated() follows).
+    void userEnterTitle(const QString &title);
 
 Q_SIGNALS:
     void activated();

@@ -96,6 +96,16 @@ QWidget *MainWindow::makePage(const QString &identifier)
         addList(layout, QStringLiteral("actionTableView"), actions->getTableView(), actions);
     } else if (identifier == QLatin1String("pro2")) {
         BillManager *bills = quorvel.getBillManager();
+        // The period governs all three tables: its controls stand above them.
+        addFilter(bar, QStringLiteral("billPeriodPopUp"), bills->periodPopUp);
+        auto *fromDate = new QLineEdit;
+        fromDate->setObjectName(QStringLiteral("billFromDate"));
+        binding::bind(bills->fromDate, fromDate);
+        auto *fromLabel = new QLabel(localised("Start:"));
+        fromLabel->setBuddy(fromDate);
+        bar->addWidget(fromLabel);
+        bar->addWidget(fromDate);
+        addSearchField(bar, QStringLiteral("billSearchField"), bills->searchField);
         auto *accountTabs = new QTabWidget(page);
         accountTabs->setObjectName(QStringLiteral("accountsTabView"));
         const TabView *accounts = quorvel.accountsTabView;
@@ -106,17 +116,6 @@ QWidget *MainWindow::makePage(const QString &identifier)
             sub->setProperty(identifierProperty, subId);
             auto *subLayout = new QVBoxLayout(sub);
             if (subId == QLatin1String("1")) {
-                auto *subBar = new QHBoxLayout;
-                subLayout->addLayout(subBar);
-                addFilter(subBar, QStringLiteral("billPeriodPopUp"), bills->periodPopUp);
-                auto *fromDate = new QLineEdit;
-                fromDate->setObjectName(QStringLiteral("billFromDate"));
-                binding::bind(bills->fromDate, fromDate);
-                auto *fromLabel = new QLabel(localised("Start:"));
-                fromLabel->setBuddy(fromDate);
-                subBar->addWidget(fromLabel);
-                subBar->addWidget(fromDate);
-                addSearchField(subBar, QStringLiteral("billSearchField"), bills->searchField);
                 addList(subLayout, QStringLiteral("billTableView"), bills->getTableView(), bills);
             } else if (subId == QLatin1String("2")) {
                 addList(subLayout, QStringLiteral("moneyInTableView"), bills->getInTableView(), nullptr);

@@ -4,6 +4,7 @@
 #include "app/widgets/WindowPlacement.h"
 #include "platform/Localised.h"
 
+#include <QShortcut>
 #include <QTextEdit>
 #include <QVBoxLayout>
 
@@ -29,6 +30,10 @@ NotepadWindow::NotepadWindow(Window *notePad, TextView *notepadView, QWidget *pa
     if (notePad)
         binding::bind(notePad, this);
     placement::remember(this, geometryKey, QSize(480, 560));
+    // Escape puts the notepad away, as it does every other window (what is
+    // written is kept: the notepad is saved as it changes).
+    auto *close = new QShortcut(QKeySequence(Qt::Key_Escape), this);
+    connect(close, &QShortcut::activated, this, &QWidget::close);
 }
 
 // A notepad still open when the program ends keeps its place too.

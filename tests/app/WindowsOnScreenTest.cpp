@@ -1,0 +1,60 @@
+// Windows as the user meets them: the period of the accounts above all
+// three of its tables, and Escape putting a window away.
+#include "RunningProgram.h"
+#include "SmallBusiness.h"
+#include "TestEnvironment.h"
+#include "TestMain.h"
+
+#include "app/widgets/NotepadWindow.h"
+#include "platform/Paths.h"
+#include "platform/outlets/Window.h"
+
+#include <QComboBox>
+#include <QTextEdit>
+#include <QDir>
+
+using Program = testlib::RunningProgram;
+
+class WindowsOnScreenTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void init()
+    {
+        QDir(platform::paths::quorvelDir()).removeRecursively();
+        testlib::writeSmallBusiness();
+    }
+
+    void shouldShowThePeriodAboveAllThreeAccountsTables()
+    {
+        Program program;
+        program.list(QStringLiteral("pro2"), QStringLiteral("billTableView"), -1);
+        auto *period = program.window()->findChild<QComboBox *>(QStringLiteral("billPeriodPopUp"));
+        auto *tables = program.window()->findChild<QTabWidget *>(QStringLiteral("accountsTabView"));
+        QVERIFY(period && tables);
+        // Not inside any of the sub-tabs, and still there on the statement.
+        QVERIFY(!tables->isAncestorOf(period));
+        tables->setCurrentIndex(2);
+        QVERIFY(period->isVisibleTo(program.window()));
+    }
+
+    void shouldPutTheNotepadAwayWithEscape()
+    {
+        Program program;
+        program.quorvel.notePad->makeKeyAndOrderFront();
+        auto *notepad = program.window()->window()->findChild<NotepadWindow *>();
+        if (!notepad) {
+            for (QWidget *top : QApplication::topLevelWidgets())
+                notepad = notepad ? notepad : qobject_cast<NotepadWindow *>(top);
+        }
+        QVERIFY(notepad);
+        QVERIFY(QTest::qWaitForWindowExposed(notepad));
+        notepad->activateWindow();
+        QApplication::setActiveWindow(notepad);
+        QTest::keyClick(notepad->editor(), Qt::Key_Escape);
+        QVERIFY(!notepad->isVisible());
+    }
+};
+
+QUORVEL_TEST(WindowsOnScreenTest)
+#include "WindowsOnScreenTest.moc"

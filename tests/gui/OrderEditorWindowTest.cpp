@@ -75,6 +75,13 @@ private Q_SLOTS:
         editor.type("shipping", QStringLiteral("10"));
         editor.type("deposit", QStringLiteral("20"));
         QCOMPARE(editor.find<QLineEdit>("balance")->text(), QStringLiteral("107.50"));
+        // The whole total beside the balance, which reads as due until a
+        // date says it was paid.
+        QVERIFY2(editor.find<QLabel>("orderTotal")->text().endsWith(QStringLiteral("127.50")),
+                 qPrintable(editor.find<QLabel>("orderTotal")->text()));
+        QCOMPARE(editor.find<QLabel>("balanceState")->text(), QStringLiteral("Due"));
+        editor.type("balancePaid", QStringLiteral("03/04/26"));
+        QCOMPARE(editor.find<QLabel>("balanceState")->text(), QStringLiteral("Paid"));
 
         editor.click("okButton");
         QCOMPARE(order->getValueWithTax(), QStringLiteral("127.50"));

@@ -9,7 +9,10 @@
 #include "orders/OrderManager.h"
 #include "orders/widgets/MyImageView.h"
 #include "platform/Localised.h"
+#include "platform/Numbers.h"
+#include "platform/outlets/TextField.h"
 #include "store/PrefsController.h"
+#include "store/QuorvelServices.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -21,6 +24,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QLocale>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QVBoxLayout>
@@ -172,10 +176,40 @@ QGroupBox *OrderEditorWindow::makeMoneyGroup()
     form->addRow(labelFor(localised("Dep&osit:"), deposit), deposit);
     QLineEdit *depositPaid = field(orders.depositPaid, QStringLiteral("depositPaid"));
     form->addRow(labelFor(localised("Deposit p&aid:"), depositPaid), depositPaid);
+    // Beside the balance, the order's whole total (value, tax and
+    // shipping), and whether the balance is paid: a date in "Balance paid"
+    // says it is.
     QLineEdit *balance = field(orders.balance, QStringLiteral("balance"));
-    form->addRow(labelFor(localised("&Balance:"), balance), balance);
+    auto *orderTotal = new QLabel;
+    orderTotal->setObjectName(QStringLiteral("orderTotal"));
+    orderTotal->setTextFormat(Qt::PlainText);
+    form->addRow(labelFor(localised("&Balance:"), balance), row({balance, orderTotal}));
     QLineEdit *balancePaid = field(orders.balancePaid, QStringLiteral("balancePaid"));
-    form->addRow(labelFor(localised("Balance &paid:"), balancePaid), balancePaid);
+    auto *paidState = new QLabel;
+    paidState->setObjectName(QStringLiteral("balanceState"));
+    paidState->setTextFormat(Qt::PlainText);
+    form->addRow(labelFor(localised("Balance &paid:"), balancePaid), row({balancePaid, paidState}));
+    const auto showTotals = [this, orderTotal, paidState] {
+        const auto figure = [](const TextField *figureField) {
+            return double(platform::floatValue(platform::withoutCommas(figureField->stringValue())));
+        };
+        const double sum = figure(orders.value) + figure(orders.taxAmount) + figure(orders.shipping);
+        const QuorvelServices *services = orders.getQuorvel();
+        const QString currency = services && services->getPrefsController()
+            ? services->getPrefsController()->getCurrency().trimmed()
+            : QString();
+        orderTotal->setText(localised("Order total: %1").arg(currency + QLocale().toString(sum, 'f', 2)));
+        const bool paid = !orders.balancePaid->stringValue().trimmed().isEmpty();
+        paidState->setText(paid ? localised("Paid") : localised("Due"));
+        QFont font = paidState->font();
+        font.setBold(!paid);
+        paidState->setFont(font);
+    };
+    for (TextField *shown : {orders.value, orders.taxAmount, orders.shipping, orders.balancePaid}) {
+        connect(shown, &Outlet::changed, this, showTotals);
+        connect(shown, &TextField::edited, this, showTotals);
+    }
+    showTotals();
     for (TextField *figure : {orders.value, orders.shipping, orders.taxAmount, orders.deposit})
         recalculates(figure);
 

@@ -46,6 +46,7 @@
 #include <QTableView>
 #include <QTextDocument>
 #include <QTextEdit>
+#include <QTimer>
 #include <algorithm>
 #include <memory>
 
@@ -75,7 +76,7 @@ void fitColumns(QTableView *widget, const TableModel *model)
     // The text columns share the room (or give it back) by what they hold.
     QList<int> text;
     for (int column = 0; column < count; ++column) {
-        if (!model->isNumericColumn(column) && widths[column] > narrowest * 2)
+        if (!model->isNumericColumn(column) && !model->isDateColumn(column) && widths[column] > narrowest * 2)
             text << column;
     }
     if (!text.isEmpty() && room != 0) {
@@ -238,8 +239,9 @@ void bind(TableView *outlet, QTableView *widget)
     });
     // Enter on a row does what a double click does.
     link->filter = [link, outlet, widget, firstShow](QEvent *event) {
+        // Fitted once the list is laid out, when its rows in view are known.
         if (event->type() == QEvent::Show)
-            firstShow();
+            QTimer::singleShot(0, widget, firstShow);
         if (event->type() != QEvent::KeyPress || !link->fromUser())
             return false;
         const auto *key = static_cast<QKeyEvent *>(event);

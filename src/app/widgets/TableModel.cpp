@@ -1,5 +1,6 @@
 #include "app/widgets/TableModel.h"
 
+#include "platform/Dates.h"
 #include "platform/ReadingOrder.h"
 #include "store/ListColumns.h"
 #include "store/TableDataSource.h"
@@ -90,24 +91,30 @@ void TableModel::readColumnKinds() const
     const TableDataSource *source = dataSource();
     numeric.assign(size_t(columns.size()), false);
     money.assign(size_t(columns.size()), false);
+    dates.assign(size_t(columns.size()), false);
     if (!source)
         return;
     const int sampled = qMin(rows, sampledRows);
     for (qsizetype c = 0; c < columns.size(); ++c) {
-        int numbers = 0, texts = 0;
+        int numbers = 0, texts = 0, dated = 0;
         for (int row = 0; row < sampled; ++row) {
             if (row == rule || row == rule + 1)
                 continue;
             const QString cell = source->objectValueForTableColumn(columns.at(c).identifier, row).trimmed();
             if (cell.isEmpty())
                 continue;
-            if (platform::numberAsWritten(cell))
+            if (platform::numberAsWritten(cell)) {
                 ++numbers;
-            else
+            } else {
                 ++texts;
+                if (platform::readingKey(cell, platform::dayFirstFormat).kind == platform::ReadingKey::Date
+                    || platform::readingKey(cell, platform::monthFirstFormat).kind == platform::ReadingKey::Date)
+                    ++dated;
+            }
         }
         // A column of numbers may have the odd note in it ("tbc").
         numeric[size_t(c)] = numbers > 0 && texts * 10 <= numbers;
+        dates[size_t(c)] = dated > 0 && (texts - dated) * 10 <= dated;
         money[size_t(c)]
             = numeric[size_t(c)] && ListColumns::isMoneyField(source->fieldOfColumn(columns.at(c).identifier));
     }
@@ -117,6 +124,12 @@ bool TableModel::isNumericColumn(int column) const
 {
     readColumnKinds();
     return column >= 0 && size_t(column) < numeric.size() && numeric[size_t(column)];
+}
+
+bool TableModel::isDateColumn(int column) const
+{
+    readColumnKinds();
+    return column >= 0 && size_t(column) < dates.size() && dates[size_t(column)];
 }
 
 bool TableModel::isMoneyColumn(int column) const

@@ -46,6 +46,8 @@ public:
     int ruleRow() const { return rule; }
     bool isNumericColumn(int column) const;
     bool isMoneyColumn(int column) const;
+    // A column of dates (in either order), which keeps to its width.
+    bool isDateColumn(int column) const;
     // The symbol the totals of money columns show ("\u00a3"); none by default.
     static void setCurrencySymbol(const QString &symbol);
 
@@ -67,5 +69,5 @@ private:
     int rows = 0;
     int rule = -1;
     mutable bool kindsRead = false;
-    mutable std::vector<bool> numeric, money;
+    mutable std::vector<bool> numeric, money, dates;
 };

@@ -114,6 +114,7 @@ private Q_SLOTS:
             QTableView *view = program.list(QLatin1String(tab), QLatin1String(name), -1);
             QVERIFY2(view, name);
             QTRY_VERIFY(view->isVisible());
+            QCoreApplication::processEvents();  // fitted once laid out
             const QHeaderView *header = view->horizontalHeader();
             QVERIFY(!header->stretchLastSection());
             for (int column = 0; column < header->count(); ++column)
@@ -130,6 +131,7 @@ private Q_SLOTS:
             program.window()->show();
             QTableView *orders = program.list(QStringLiteral("2"), QStringLiteral("orderTableView"), -1);
             QTRY_VERIFY(orders->isVisible());
+            QCoreApplication::processEvents();  // fitted once laid out
             orders->horizontalHeader()->resizeSection(2, 333);
             orders->horizontalHeader()->moveSection(0, 3);
         }
@@ -137,7 +139,7 @@ private Q_SLOTS:
         again.window()->show();
         QTableView *orders = again.list(QStringLiteral("2"), QStringLiteral("orderTableView"), -1);
         QTRY_VERIFY(orders->isVisible());
-        QCOMPARE(orders->horizontalHeader()->sectionSize(2), 333);
+        QTRY_COMPARE(orders->horizontalHeader()->sectionSize(2), 333);
         QCOMPARE(orders->horizontalHeader()->visualIndex(0), 3);
     }
 

@@ -34,6 +34,7 @@
 #include "platform/PropertyList.h"
 #include "store/Backups.h"
 #include "store/DatabaseBundle.h"
+#include "store/DatabaseLock.h"
 #include "store/TableView.h"
 #include "store/kdDataSource.h"
 
@@ -126,7 +127,7 @@ int usage()
                  "usage: bench_database DATA_DIR STEP [OUT_DIR]\n"
                  "steps: read read-serial read-unshared write-all write-orders build-all build-orders\n"
                  "       filter filter-contacts\n"
-                 "       sort csv scan scan-xml backup\n");
+                 "       sort csv scan scan-xml backup lock\n");
     return 2;
 }
 
@@ -177,6 +178,14 @@ int main(int argc, char **argv)
                     bytes += QFileInfo(DatabaseBundle::filePath(DatabaseBundle::File(f))).size();
             }
             notes = QStringLiteral("bytes=%1%2").arg(bytes).arg(ok ? QString() : QStringLiteral(" FAILED"));
+        };
+    } else if (step == u"lock") {
+        // Taking and letting go of the database's lock, as a start does.
+        timed = [&]() {
+            DatabaseLock lock;
+            const bool taken = lock.tryLock();
+            lock.unlock();
+            notes = taken ? QStringLiteral("taken") : QStringLiteral("FAILED held by %1").arg(lock.holder());
         };
     } else if (step == u"backup") {
         // The backup a run makes before its first write, in the data folder's

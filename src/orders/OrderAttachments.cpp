@@ -57,6 +57,29 @@ QString folder(int orderId)
                                                  u"Order"_s + QString::number(orderId));
 }
 
+QStringList names(int orderId)
+{
+    QStringList entries = QDir(folder(orderId))
+                              .entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
+                                         QDir::Name | QDir::IgnoreCase);
+    if (!entries.isEmpty() && entries.first() == ".DS_Store"_L1)
+        entries.removeFirst();
+    return entries;
+}
+
+bool remove(int orderId, const QString &name)
+{
+    const QString from = folder(orderId) + u'/' + name;
+    if (!platform::paths::isPlainName(name) || !QFileInfo::exists(from))
+        return false;
+    QDir().mkpath(holdingFolder());
+    const QString base = holdingFolder() + u"/Order"_s + QString::number(orderId) + u'-' + name;
+    QString to = base;
+    for (int n = 2; QFileInfo::exists(to); ++n)
+        to = base + u'-' + QString::number(n);
+    return QDir().rename(from, to);
+}
+
 int count(int orderId)
 {
     // Listed by name, ignoring case, hidden entries included: the order in

@@ -5,6 +5,7 @@
 // holding folder "Deleted Attachments", from where an undone deletion
 // takes it back; the holding folder is emptied when the program quits.
 #include <QString>
+#include <QStringList>
 
 namespace orderAttachments {
 
@@ -13,6 +14,13 @@ QString folder(int orderId);
 // The files and folders attached, counted as a Mac lists a folder: by name
 // ignoring case, hidden entries too, a first ".DS_Store" not counted.
 int count(int orderId);
+// The names of the files and folders attached, in the order count() counts
+// them (a first ".DS_Store" left out).
+QStringList names(int orderId);
+// Takes one attachment off the order: it is moved into the holding folder
+// (as a deleted order's are), not destroyed. Refuses a name that is not a
+// plain name or not attached. Answers whether it was taken off.
+bool remove(int orderId, const QString &name);
 // Copies a file, or a folder with everything in it, into the order's
 // folder; a name already attached is not copied again, and a folder is
 // never copied into itself. Answers whether anything was copied.

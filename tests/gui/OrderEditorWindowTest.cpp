@@ -8,6 +8,7 @@
 #include "orders/BOMManager.h"
 #include "orders/Material.h"
 #include "orders/Order.h"
+#include "orders/OrderAttachments.h"
 #include "orders/OrderManager.h"
 #include "orders/widgets/MyImageView.h"
 #include "orders/widgets/OrderEditorWindow.h"
@@ -18,6 +19,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QLabel>
+#include <QListWidget>
 #include <QLineEdit>
 #include <QMimeData>
 #include <QPushButton>
@@ -107,6 +109,44 @@ private Q_SLOTS:
         QCOMPARE(editor.find<QLineEdit>("taxAmount")->isHidden(), hidden);
         QCOMPARE(editor.find<QPushButton>("calculateTaxButton")->isHidden(), hidden);
         QCOMPARE(editor.find<QLabel>("tax")->text().isEmpty(), hidden);
+    }
+
+    void shouldListTheAttachmentsToOpenOrTakeOff()
+    {
+        OpenEditor editor;
+        editor.orders.create();
+        QVERIFY(QTest::qWaitForWindowExposed(&editor.window));
+        const int id = editor.orders.getCurrentItem()->getID();
+        const QString source = testlib::TestEnvironment::current().root() + QStringLiteral("/files");
+        QDir().mkpath(source);
+        editor.orders.fileDropped(makeFile(source, QStringLiteral("plan.txt")));
+        editor.orders.fileDropped(makeFile(source, QStringLiteral("Photo.jpg")));
+        auto *list = editor.find<QListWidget>("attachmentList");
+        QVERIFY(list);
+        editor.orders.attachmentAdded(id);
+        QStringList shown;
+        for (int row = 0; row < list->count(); ++row)
+            shown << list->item(row)->text();
+        QCOMPARE(shown, (QStringList{"Photo.jpg", "plan.txt"}));
+
+        // Open hands the file to the desktop.
+        list->setCurrentRow(1);
+        testlib::TestEnvironment::current().clearDiagnostics();
+        editor.click("openAttachmentButton");
+        QCOMPARE(testlib::TestEnvironment::current().openedFiles(),
+                 QStringList{OrderManager::attachmentFolder(id) + QStringLiteral("/plan.txt")});
+
+        // Remove asks first; cancelled, nothing changes.
+        testlib::TestEnvironment::current().scriptAlertAnswers({0});
+        editor.click("removeAttachmentButton");
+        QCOMPARE(list->count(), 2);
+        testlib::TestEnvironment::current().scriptAlertAnswers({1});
+        editor.click("removeAttachmentButton");
+        QCOMPARE(list->count(), 1);
+        QVERIFY(!QFileInfo::exists(OrderManager::attachmentFolder(id) + QStringLiteral("/plan.txt")));
+        QCOMPARE(editor.find<QLabel>("attachmentText")->text(), QStringLiteral("There is 1 attachment"));
+        // Taken off the order, not destroyed (until the program quits).
+        QVERIFY(QFileInfo::exists(orderAttachments::holdingFolder() + QStringLiteral("/Order%1-plan.txt").arg(id)));
     }
 
     void shouldAttachOnlyTheFirstFileDropped_data()

@@ -6,10 +6,14 @@
 #include "app/widgets/OutletBinding.h"
 #include "app/widgets/integrityTableView.h"
 #include "orders/BOMManager.h"
+#include "orders/Order.h"
+#include "orders/OrderAttachments.h"
 #include "orders/OrderManager.h"
 #include "orders/widgets/MyImageView.h"
+#include "platform/Alerts.h"
 #include "platform/Localised.h"
 #include "platform/Numbers.h"
+#include "platform/Workspace.h"
 #include "platform/outlets/TextField.h"
 #include "store/PrefsController.h"
 #include "store/QuorvelServices.h"
@@ -24,6 +28,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QLocale>
 #include <QPushButton>
 #include <QTabWidget>
@@ -279,10 +284,47 @@ QWidget *OrderEditorWindow::makeAttachmentPage()
     connect(attach, &QPushButton::clicked, &orders, &OrderManager::attach);
     tabChain << well << view << attach;
 
+    // The attachments by name, each to open or take off the order.
+    auto *list = new QListWidget;
+    list->setObjectName(QStringLiteral("attachmentList"));
+    list->setAccessibleName(localised("Attachments"));
+    QPushButton *open = pushButton(localised("Open"), QStringLiteral("openAttachmentButton"));
+    QPushButton *remove = pushButton(localised("Remove..."), QStringLiteral("removeAttachmentButton"));
+    tabChain << list << open << remove;
+    const auto current = [this] { return orders.getCurrentItem() ? orders.getCurrentItem()->getID() : 0; };
+    const auto showList = [list, open, remove, current] {
+        list->clear();
+        if (current() > 0)
+            list->addItems(orderAttachments::names(current()));
+        if (list->count() > 0)
+            list->setCurrentRow(0);
+        open->setEnabled(list->count() > 0);
+        remove->setEnabled(list->count() > 0);
+    };
+    connect(&orders, &OrderManager::attachmentIconChanged, list, showList);
+    const auto openChosen = [list, current] {
+        if (list->currentItem())
+            platform::openFile(OrderManager::attachmentFolder(current()) + u'/' + list->currentItem()->text());
+    };
+    connect(open, &QPushButton::clicked, list, openChosen);
+    connect(list, &QListWidget::itemActivated, list, openChosen);
+    connect(remove, &QPushButton::clicked, list, [this, list, current] {
+        if (!list->currentItem())
+            return;
+        const QString name = list->currentItem()->text();
+        if (platform::runAlert(localised("Remove the attachment “%1”?").arg(name),
+                               localised("It is taken off the order."), localised("Remove"), localised("Cancel"))
+            != 1)
+            return;
+        orderAttachments::remove(current(), name);
+        orders.attachmentAdded(current());  // counted and listed again
+    });
+
     auto *side = new QVBoxLayout;
     side->addWidget(count);
     side->addLayout(leftRow({view, attach}));
-    side->addStretch(1);
+    side->addWidget(list, 1);
+    side->addLayout(leftRow({open, remove}));
     auto *layout = new QHBoxLayout(group);
     layout->addWidget(well, 0, Qt::AlignTop);
     layout->addLayout(side, 1);

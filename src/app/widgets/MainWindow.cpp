@@ -29,14 +29,17 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QScreen>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
 using platform::localised;
 
 namespace {
+
+const QString geometryKey = QStringLiteral("QuorvelMainWindowGeometry");
 const char *const identifierProperty = "tabIdentifier";
-}
+}  // namespace
 
 MainWindow::MainWindow(Quorvel &controller, QWidget *parent)
     : QMainWindow(parent),
@@ -60,7 +63,7 @@ MainWindow::MainWindow(Quorvel &controller, QWidget *parent)
     binding::bind(quorvel.mainTabView, tabView);
     binding::bind(quorvel.mainWindow, this);
     setStatusBar(new MainStatusBar(quorvel, *this));
-    placement::remember(this, QStringLiteral("QuorvelMainWindowGeometry"), QSize(1000, 640));
+    placement::remember(this, geometryKey, QSize(1000, 640));
 }
 
 MainWindow::~MainWindow() = default;
@@ -267,6 +270,15 @@ void MainWindow::buildMenus()
 void MainWindow::rebuildToolBar()
 {
     mainToolBar->rebuild();
+    // Until the user has sized the window, it is wide enough for the whole
+    // toolbar (nothing behind "»"), as far as the screen allows.
+    if (placement::isSaved(geometryKey))
+        return;
+    const int wanted = mainToolBar->sizeHint().width() + 24;
+    const QScreen *shown = screen();
+    const int room = shown ? shown->availableGeometry().width() : wanted;
+    if (width() < wanted)
+        resize(std::max(width(), std::min(wanted, room)), height());
 }
 
 QWidget *MainWindow::tabWithIdentifier(const QString &identifier) const

@@ -41,6 +41,12 @@ void remember(QWidget *window, const QString &key, const QSize &defaultSize)
     window->installEventFilter(new Saver(window, key));
 }
 
+bool isSaved(const QString &key)
+{
+    const QSettings settings(PrefsController::settingsName(), PrefsController::settingsName());
+    return !settings.value(key).toByteArray().isEmpty();
+}
+
 void save(const QWidget *window, const QString &key)
 {
     QSettings settings(PrefsController::settingsName(), PrefsController::settingsName());

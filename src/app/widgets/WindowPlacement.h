@@ -13,5 +13,8 @@ namespace placement {
 // hidden or closed.
 void remember(QWidget *window, const QString &key, const QSize &defaultSize);
 void save(const QWidget *window, const QString &key);
+// Whether a size and place were saved under the key (the window has been
+// placed by the user before).
+bool isSaved(const QString &key);
 
 }  // namespace placement

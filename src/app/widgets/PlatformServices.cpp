@@ -10,6 +10,7 @@
 #include <QClipboard>
 #include <QDesktopServices>
 #include <QFileDialog>
+#include <QGridLayout>
 #include <QMessageBox>
 #include <QPointer>
 #include <QProcess>
@@ -39,6 +40,12 @@ int showAlert(const platform::Alert &alert)
         = alert.otherButton.isEmpty() ? nullptr : box.addButton(alert.otherButton, QMessageBox::DestructiveRole);
     box.setDefaultButton(defaultButton);
     box.setEscapeButton(alternate ? alternate : defaultButton);
+    // Wide enough for a sentence a line (the box alone wraps long texts
+    // after a few words).
+    if (auto *grid = qobject_cast<QGridLayout *>(box.layout()))
+        grid->addItem(
+            new QSpacerItem(box.fontMetrics().averageCharWidth() * 56, 0, QSizePolicy::Minimum, QSizePolicy::Expanding),
+            grid->rowCount(), 0, 1, grid->columnCount());
     box.exec();
     if (alternate && box.clickedButton() == alternate)
         return 0;

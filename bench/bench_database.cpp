@@ -5,7 +5,7 @@
 //
 // DATA_DIR is an application-support folder holding
 // Quorvel/quorveldatabase.qvldb (make one with
-// `python3 /work/shared/tools/make-database.py DATA_DIR --orders 100000`).
+// `python3 ../shared/tools/make-database.py DATA_DIR --orders 100000`).
 // STEP is one of:
 //   read            read the six files into the collections, links resolved
 //   read-serial     the same on one thread

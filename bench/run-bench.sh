@@ -5,7 +5,7 @@
 #   bench/run-bench.sh DIR
 #
 # DIR is an application-support folder made by
-#   python3 /work/shared/tools/make-database.py DIR --orders 100000
+#   python3 ../shared/tools/make-database.py DIR --orders 100000
 # The benchmark program is built in build-bench (Release) unless BENCH_BIN
 # names one. RUNS (default 3) is how often each quick step runs: the median
 # time and the highest peak are shown. PLISTLIB_RUNS (default 1) is the same

@@ -22,6 +22,13 @@ QString StatementManager::lastRowValue(const TableView *table, const QString &co
     return source->objectValueForTableColumn(columnId, rows - 1);
 }
 
+QString StatementManager::shownValueForTableColumn(const QString &columnId, int row) const
+{
+    if (columnId == "name"_L1 && row == 3)
+        return platform::localised("Difference");
+    return objectValueForTableColumn(columnId, row);
+}
+
 QString StatementManager::objectValueForTableColumn(const QString &columnId, int row) const
 {
     if (columnId == "name"_L1) {

@@ -24,6 +24,8 @@ public:
     // the money-out total (the bills table's "amount" at its last row),
     // "_____", and money in minus money out ("%1.2f").
     QString objectValueForTableColumn(const QString &columnId, int row) const override;
+    // On screen the last row is labelled ("Difference").
+    QString shownValueForTableColumn(const QString &columnId, int row) const override;
     // The statement is never sorted: header clicks are ignored (the
     // default does nothing).
     bool shouldSelectTableColumn(const QString &) const { return false; }

@@ -1,6 +1,7 @@
 #include "reports/ReportManager.h"
 
 #include "platform/Dates.h"
+#include "platform/Localised.h"
 #include "platform/Log.h"
 #include "platform/Numbers.h"
 #include "platform/Paths.h"
@@ -429,6 +430,13 @@ QString ReportManager::objectValueForTableColumn(const QString &columnId, int ro
     }
     const dataObject *record = getnthVisibleItem(row);
     return record ? record->getFieldByName(columnId) : u""_s;
+}
+
+QString ReportManager::shownTitle(const QString &, const QString &title) const
+{
+    if (title == "Datepaid"_L1)
+        return platform::localised("Date Paid");
+    return title;
 }
 
 QString ReportManager::fieldOfColumn(const QString &columnId) const

@@ -105,6 +105,8 @@ public:
     void didClickTableColumn(const QString &columnId, bool ascending) override;
     // "fieldN" shows the definition's Nth field.
     QString fieldOfColumn(const QString &columnId) const override;
+    // Headings made of two words run together ("Datepaid") read as two.
+    QString shownTitle(const QString &columnId, const QString &title) const override;
     bool shouldSelectTableColumn(const QString &) const { return false; }
 
     QString getTotalCol() const { return totalcol; }

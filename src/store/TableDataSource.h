@@ -26,6 +26,17 @@ public:
     // The record field a column shows (how the window knows a money
     // column); the column's identifier unless the source says otherwise.
     virtual QString fieldOfColumn(const QString &columnId) const { return columnId; }
+    // What the window shows in a cell and above a column, where that reads
+    // better than the text the exports keep; the same text by default.
+    virtual QString shownValueForTableColumn(const QString &columnId, int row) const
+    {
+        return objectValueForTableColumn(columnId, row);
+    }
+    virtual QString shownTitle(const QString &columnId, const QString &title) const
+    {
+        Q_UNUSED(columnId);
+        return title;
+    }
 
     virtual QString getDataAsCSVusingTableView(const TableView &table) const = 0;
     virtual QString getDataAsHTMLusingTableView(const TableView &table) const = 0;

@@ -36,6 +36,12 @@ private Q_SLOTS:
         QVERIFY(!tables->isAncestorOf(period));
         tables->setCurrentIndex(2);
         QVERIFY(period->isVisibleTo(program.window()));
+        // The statement's difference is labelled on screen; the money in
+        // reads "Date Paid" above its dates.
+        auto *statement = program.window()->findChild<QTableView *>(QStringLiteral("statementTableView"));
+        QCOMPARE(statement->model()->index(3, 0).data().toString(), QStringLiteral("Difference"));
+        auto *moneyIn = program.window()->findChild<QTableView *>(QStringLiteral("moneyInTableView"));
+        QCOMPARE(moneyIn->model()->headerData(2, Qt::Horizontal).toString(), QStringLiteral("Date Paid"));
     }
 
     void shouldPutTheNotepadAwayWithEscape()

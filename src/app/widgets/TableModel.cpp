@@ -165,7 +165,7 @@ QVariant TableModel::data(const QModelIndex &index, int role) const
     const bool total = rule >= 0 && index.row() == rule + 1;
     switch (role) {
     case Qt::DisplayRole: {
-        const QString text = source->objectValueForTableColumn(columns.at(index.column()).identifier, index.row());
+        const QString text = source->shownValueForTableColumn(columns.at(index.column()).identifier, index.row());
         return isMoneyColumn(index.column()) && index.row() != rule ? moneyText(text, total) : text;
     }
     case Qt::EditRole:
@@ -209,7 +209,9 @@ QVariant TableModel::headerData(int section, Qt::Orientation orientation, int ro
         return QVariant::fromValue((isNumericColumn(section) ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
     if (role != Qt::DisplayRole)
         return {};
-    return columns.at(section).title;
+    const TableDataSource *source = dataSource();
+    return source ? source->shownTitle(columns.at(section).identifier, columns.at(section).title)
+                  : columns.at(section).title;
 }
 
 Qt::ItemFlags TableModel::flags(const QModelIndex &index) const

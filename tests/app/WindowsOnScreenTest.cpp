@@ -5,13 +5,18 @@
 #include "TestEnvironment.h"
 #include "TestMain.h"
 
+#include "app/widgets/ChartPanel.h"
 #include "app/widgets/NotepadWindow.h"
 #include "platform/Paths.h"
 #include "platform/outlets/Window.h"
 
+#include <QBarSeries>
+#include <QBarSet>
+#include <QChart>
 #include <QComboBox>
-#include <QTextEdit>
 #include <QDir>
+#include <QImage>
+#include <QTextEdit>
 
 using Program = testlib::RunningProgram;
 
@@ -42,6 +47,40 @@ private Q_SLOTS:
         QCOMPARE(statement->model()->index(3, 0).data().toString(), QStringLiteral("Difference"));
         auto *moneyIn = program.window()->findChild<QTableView *>(QStringLiteral("moneyInTableView"));
         QCOMPARE(moneyIn->model()->headerData(2, Qt::Horizontal).toString(), QStringLiteral("Date Paid"));
+    }
+
+    void shouldDrawTheChartsUnderAReportAndTheStatement()
+    {
+        Program program;
+        program.list(QStringLiteral("pro3"), QStringLiteral("reportTableView"), -1);
+        auto *chooser = program.window()->findChild<QComboBox *>(QStringLiteral("reportChooser"));
+        auto *chart = program.window()->findChild<ChartPanel *>(QStringLiteral("reportChart"));
+        QVERIFY(chooser && chart);
+        // A report without a total draws none; one with a total, a bar a row.
+        chooser->setCurrentIndex(chooser->findText(QStringLiteral("Current Customers")));
+        Q_EMIT chooser->activated(chooser->currentIndex());
+        QVERIFY(chart->isHidden());
+        chooser->setCurrentIndex(chooser->findText(QStringLiteral("Stocktake")));
+        Q_EMIT chooser->activated(chooser->currentIndex());
+        QVERIFY(!chart->isHidden());
+        QCOMPARE(chart->chart()->series().size(), 1);
+        const auto *bars = qobject_cast<QBarSeries *>(chart->chart()->series().first());
+        QVERIFY(bars);
+        QCOMPARE(bars->barSets().first()->count(), 2);  // Bolt and Nut
+        // Saved as a picture where the panel says.
+        const QString picture = testlib::TestEnvironment::current().root() + QStringLiteral("/chart.png");
+        testlib::TestEnvironment::current().scriptFilePanelAnswers({picture});
+        chart->saveWithPanel();
+        QVERIFY(QImage(picture).width() > 0);
+
+        // The statement: money in and out of the period by month.
+        program.list(QStringLiteral("pro2"), QStringLiteral("billTableView"), -1);
+        auto *months = program.window()->findChild<ChartPanel *>(QStringLiteral("statementChart"));
+        QVERIFY(months);
+        QVERIFY(!months->chart()->series().isEmpty());
+        const auto *inAndOut = qobject_cast<QBarSeries *>(months->chart()->series().first());
+        QCOMPARE(inAndOut->barSets().size(), 2);
+        QCOMPARE(inAndOut->barSets().at(1)->at(0), 580.0);  // January's bills
     }
 
     void shouldPutTheNotepadAwayWithEscape()

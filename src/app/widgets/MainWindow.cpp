@@ -3,6 +3,8 @@
 #include "accounts/BillManager.h"
 #include "app/Quorvel.h"
 #include "app/kdKeyResponder.h"
+#include "app/widgets/ChartPanel.h"
+#include "app/widgets/ListCharts.h"
 #include "app/widgets/MainStatusBar.h"
 #include "app/widgets/MainToolBar.h"
 #include "app/widgets/OutletBinding.h"
@@ -124,6 +126,7 @@ QWidget *MainWindow::makePage(const QString &identifier)
                 addList(subLayout, QStringLiteral("moneyInTableView"), bills->getInTableView(), nullptr);
             } else {
                 addList(subLayout, QStringLiteral("statementTableView"), bills->getSttTableView(), nullptr);
+                subLayout->addWidget(listCharts::statementChart(*bills, sub), 1);
             }
             accountTabs->addTab(sub, accounts->labelAt(i));
         }
@@ -136,6 +139,7 @@ QWidget *MainWindow::makePage(const QString &identifier)
         binding::bind(quorvel.getReportManager()->filter, chooser);
         bar->addWidget(chooser);
         addList(layout, QStringLiteral("reportTableView"), quorvel.getReportManager()->table, nullptr);
+        layout->addWidget(listCharts::reportChart(*quorvel.getReportManager(), page));
     }
     bar->addStretch(1);
     return page;

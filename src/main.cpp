@@ -8,12 +8,14 @@
 #include "checkout/CheckoutManager.h"
 #include "checkout/widgets/CheckoutWindow.h"
 #include "orders/Order.h"
+#include "orders/OrderManager.h"
+#include "orders/widgets/OrderEditorWindow.h"
 #include "platform/Alerts.h"
 #include "platform/Localised.h"
-#include "store/DatabaseLock.h"
 #include "platform/Paths.h"
 #include "platform/StringTable.h"
 #include "platform/TerminationSignals.h"
+#include "store/DatabaseLock.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -73,8 +75,9 @@ int main(int argc, char **argv)
                                                     "are then kept in DIR/Quorvel too)."),
                                      QStringLiteral("DIR"));
     const QCommandLineOption screenshot(QStringLiteral("screenshot"),
-                                        QStringLiteral("Start, render the main window (the checkout when it is "
-                                                       "open) to the PNG FILE and exit without saving."),
+                                        QStringLiteral("Start, render the main window (the checkout or the order "
+                                                       "editor when it is open) to the PNG FILE and exit without "
+                                                       "saving."),
                                         QStringLiteral("FILE"));
     const QCommandLineOption timing(QStringLiteral("startup-time"),
                                     QStringLiteral("Print the time to a usable main window on standard error."));
@@ -87,7 +90,12 @@ int main(int argc, char **argv)
         QStringLiteral("checkout-order"),
         QStringLiteral("Open the checkout at start on the order numbered NUMBER (as INV12), to take payment on it."),
         QStringLiteral("NUMBER"));
+    const QCommandLineOption editOrder(
+        QStringLiteral("edit-order"),
+        QStringLiteral("Open the order numbered NUMBER (as INV12) in the order editor at start."),
+        QStringLiteral("NUMBER"));
     options.addOption(tab);
+    options.addOption(editOrder);
     options.addOption(checkout);
     options.addOption(checkoutOrder);
     options.addOption(dataDir);
@@ -142,6 +150,13 @@ int main(int argc, char **argv)
         quorvel.getCheckoutManager()->edit(order);
     } else if (options.isSet(checkout)) {
         quorvel.getCheckoutManager()->edit(nullptr);
+    } else if (options.isSet(editOrder)) {
+        Order *order = orderNumbered(*quorvel.getOrderManager(), options.value(editOrder));
+        if (!order) {
+            std::fprintf(stderr, "quorvel: no order numbered %s\n", qPrintable(options.value(editOrder)));
+            return 2;
+        }
+        quorvel.getOrderManager()->editOrder(order);
     }
 
     if (options.isSet(timing) || options.isSet(screenshot)) {
@@ -152,6 +167,7 @@ int main(int argc, char **argv)
     }
     if (options.isSet(screenshot)) {
         QWidget *front = quorvel.getCheckoutManager()->isOpen() ? static_cast<QWidget *>(windows.checkoutWindow())
+            : options.isSet(editOrder)                          ? static_cast<QWidget *>(windows.orderEditorWindow())
                                                                 : windows.mainWindow();
         const bool saved = front->grab().save(options.value(screenshot), "PNG");
         if (!saved)

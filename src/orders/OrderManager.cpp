@@ -200,6 +200,16 @@ void OrderManager::edit()
     show();
 }
 
+void OrderManager::editOrder(Order *order)
+{
+    if (!order)
+        return;
+    creating = false;
+    currentItem = shareOf(order);
+    setItem(order);
+    show();
+}
+
 void OrderManager::setItem(Order *order)
 {
     if (!quorvel)

@@ -40,6 +40,8 @@ public:
     void create() override;
     void edit() override;
     void setItem(Order *order);
+    // Opens that order in the editor, whether the list shows it or not.
+    void editOrder(Order *order);
     // Stores the editor into the order. With a sender: adds a new order,
     // hides the editor, filters and writes the orders file. Without one
     // (the printing path) only the record is updated.

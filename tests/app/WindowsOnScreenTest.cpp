@@ -15,7 +15,9 @@
 #include <QChart>
 #include <QComboBox>
 #include <QDir>
+#include <QFile>
 #include <QImage>
+#include <QProcess>
 #include <QTextEdit>
 
 using Program = testlib::RunningProgram;
@@ -81,6 +83,29 @@ private Q_SLOTS:
         const auto *inAndOut = qobject_cast<QBarSeries *>(months->chart()->series().first());
         QCOMPARE(inAndOut->barSets().size(), 2);
         QCOMPARE(inAndOut->barSets().at(1)->at(0), 580.0);  // January's bills
+    }
+
+    void shouldPictureTheOrderEditorOpenedAtStart_data()
+    {
+        QTest::addColumn<QString>("order");
+        QTest::addColumn<int>("code");
+        QTest::newRow("an order there is") << "INV10" << 0;
+        QTest::newRow("no such order") << "INV99" << 2;
+    }
+    void shouldPictureTheOrderEditorOpenedAtStart()
+    {
+        QFETCH(QString, order);
+        QFETCH(int, code);
+        const QString picture = testlib::TestEnvironment::current().root() + QStringLiteral("/editor.png");
+        QFile::remove(picture);
+        QProcess program;
+        program.start(QStringLiteral(QUORVEL_PROGRAM_PATH),
+                      {QStringLiteral("--data-dir"), platform::paths::applicationSupportDir(),
+                       QStringLiteral("--edit-order"), order, QStringLiteral("--screenshot"), picture});
+        QVERIFY(program.waitForFinished(60000));
+        QCOMPARE(program.exitCode(), code);
+        const QImage shown(picture);
+        QCOMPARE(!shown.isNull(), code == 0);
     }
 
     void shouldPutTheNotepadAwayWithEscape()

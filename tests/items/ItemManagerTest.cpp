@@ -1,12 +1,12 @@
-// The stock list and the item editor of a running controller, with no
-// window: new items and their codes, similar items, finishing, the double
+// The stock list and the item editor over a stand-in for the controller,
+// with no window: new items and their codes, similar items, finishing, the double
 // entry after a cancelled new item, the in-stock filter, pictures and the
 // supplier list.
 #include "DatabaseFiles.h"
+#include "FakeServices.h"
 #include "TestEnvironment.h"
 #include "TestMain.h"
 
-#include "app/Quorvel.h"
 #include "contacts/Contact.h"
 #include "contacts/ContactManager.h"
 #include "items/Item.h"
@@ -33,12 +33,35 @@ Item *addItem(ItemManager &items, int id, const QString &name, const QString &qt
     return item.get();
 }
 
-Contact *addContact(Quorvel &quorvel, const QString &name, const QString &type)
+// The item editor with what it asks of the controller: the contacts (the
+// suppliers are among them), the supplier list and the picker.
+struct Shop
+{
+    testlib::FakeServices services;
+    ContactManager contacts{&services};
+    ItemManager items{&services};
+    SupplierDataSource suppliers{&services};
+    Picker picker;
+    Shop()
+    {
+        services.contacts = &contacts;
+        services.items = &items;
+        services.suppliers = &suppliers;
+        services.picker = &picker;
+    }
+    ContactManager *getContactManager() { return &contacts; }
+    ItemManager *getItemManager() { return &items; }
+    SupplierDataSource *getSupplierDataSource() { return &suppliers; }
+    Picker *getPicker() { return &picker; }
+    PrefsController *getPrefsController() { return services.getPrefsController(); }
+};
+
+Contact *addContact(Shop &shop, const QString &name, const QString &type)
 {
     auto contact = std::make_shared<Contact>();
     contact->setName(name);
     contact->setType(type);
-    quorvel.getContactManager()->add(contact);
+    shop.getContactManager()->add(contact);
     return contact.get();
 }
 
@@ -70,10 +93,10 @@ private Q_SLOTS:
         QFETCH(QString, prefix);
         QFETCH(int, highestId);
         QFETCH(QString, code);
-        Quorvel quorvel;
-        ItemManager &items = *quorvel.getItemManager();
-        quorvel.getPrefsController()->itemPrefixField->setStringValue(prefix);
-        quorvel.getPrefsController()->stockWarn->setStringValue(QStringLiteral("3"));
+        Shop shop;
+        ItemManager &items = *shop.getItemManager();
+        shop.getPrefsController()->itemPrefixField->setStringValue(prefix);
+        shop.getPrefsController()->stockWarn->setStringValue(QStringLiteral("3"));
         if (highestId > 0)
             addItem(items, highestId, QStringLiteral("Older"), QStringLiteral("1"));
 
@@ -89,10 +112,10 @@ private Q_SLOTS:
 
     void shouldStoreTheEditorButNeverTheStatusAndLookUpTheSupplierByName()
     {
-        Quorvel quorvel;
-        ItemManager &items = *quorvel.getItemManager();
-        addContact(quorvel, QStringLiteral("Acme"), QStringLiteral("Supplier"));
-        Contact *parts = addContact(quorvel, QStringLiteral("Parts Ltd"), QStringLiteral("Supplier"));
+        Shop shop;
+        ItemManager &items = *shop.getItemManager();
+        addContact(shop, QStringLiteral("Acme"), QStringLiteral("Supplier"));
+        Contact *parts = addContact(shop, QStringLiteral("Parts Ltd"), QStringLiteral("Supplier"));
         Item *item = addItem(items, 5, QStringLiteral("Bolt"), QStringLiteral("4"));
         item->setStatus(QStringLiteral("Sold"));
         items.table->selectRow(0);
@@ -117,10 +140,10 @@ private Q_SLOTS:
 
     void shouldKeepThePreviousFieldsForASimilarItem()
     {
-        Quorvel quorvel;
-        ItemManager &items = *quorvel.getItemManager();
-        quorvel.getPrefsController()->itemPrefixField->setStringValue(QStringLiteral("ITM"));
-        addContact(quorvel, QStringLiteral("Acme"), QStringLiteral("Supplier"));
+        Shop shop;
+        ItemManager &items = *shop.getItemManager();
+        shop.getPrefsController()->itemPrefixField->setStringValue(QStringLiteral("ITM"));
+        addContact(shop, QStringLiteral("Acme"), QStringLiteral("Supplier"));
         items.createSimilar();  // nothing in the editor yet
         QVERIFY(!items.editorWindow->isVisible());
         QCOMPARE(items.getCount(), 0);
@@ -146,8 +169,8 @@ private Q_SLOTS:
 
     void shouldListAnItemTwiceWhenFinishedAfterACancelledNewItem()
     {
-        Quorvel quorvel;
-        ItemManager &items = *quorvel.getItemManager();
+        Shop shop;
+        ItemManager &items = *shop.getItemManager();
         addItem(items, 1, QStringLiteral("Bolt"), QStringLiteral("4"));
         items.create();
         items.cancel();
@@ -185,8 +208,8 @@ private Q_SLOTS:
         QFETCH(QString, filter);
         QFETCH(QString, search);
         QFETCH(QStringList, shown);
-        Quorvel quorvel;
-        ItemManager &items = *quorvel.getItemManager();
+        Shop shop;
+        ItemManager &items = *shop.getItemManager();
         addItem(items, 1, QStringLiteral("none"), QString());
         addItem(items, 2, QStringLiteral("zero"), QStringLiteral("0"));
         addItem(items, 3, QStringLiteral("minus"), QStringLiteral("-2"));
@@ -199,8 +222,8 @@ private Q_SLOTS:
 
     void shouldSortByTheClickedColumn()
     {
-        Quorvel quorvel;
-        ItemManager &items = *quorvel.getItemManager();
+        Shop shop;
+        ItemManager &items = *shop.getItemManager();
         addItem(items, 1, QStringLiteral("b"), QStringLiteral("2"));
         addItem(items, 2, QStringLiteral("c"), QStringLiteral("10"));
         addItem(items, 3, QStringLiteral("a"), QStringLiteral("9"));
@@ -216,8 +239,8 @@ private Q_SLOTS:
 
     void shouldWriteThePictureAtFinishAndDeleteItAtOnce()
     {
-        Quorvel quorvel;
-        ItemManager &items = *quorvel.getItemManager();
+        Shop shop;
+        ItemManager &items = *shop.getItemManager();
         items.create();
         const int id = items.getCurrentItem()->getID();
         items.imageView->userSetImage(QByteArrayLiteral("II*\0picture"));
@@ -236,8 +259,8 @@ private Q_SLOTS:
 
     void shouldNotSaveADeletedItemAgain()
     {
-        Quorvel quorvel;
-        ItemManager &items = *quorvel.getItemManager();
+        Shop shop;
+        ItemManager &items = *shop.getItemManager();
         addItem(items, 1, QStringLiteral("Bolt"), QStringLiteral("4"));
         items.table->selectRow(0);
         items.edit();
@@ -253,14 +276,14 @@ private Q_SLOTS:
 
     void shouldOfferOnlySuppliersAndPutTheChosenNameInTheEditor()
     {
-        Quorvel quorvel;
-        ItemManager &items = *quorvel.getItemManager();
-        addContact(quorvel, QStringLiteral("Ann Customer"), QStringLiteral("Customer"));
-        addContact(quorvel, QStringLiteral("Acme"), QStringLiteral("Supplier"));
-        Contact *hidden = addContact(quorvel, QStringLiteral("Bolts Ltd"), QStringLiteral("Supplier"));
+        Shop shop;
+        ItemManager &items = *shop.getItemManager();
+        addContact(shop, QStringLiteral("Ann Customer"), QStringLiteral("Customer"));
+        addContact(shop, QStringLiteral("Acme"), QStringLiteral("Supplier"));
+        Contact *hidden = addContact(shop, QStringLiteral("Bolts Ltd"), QStringLiteral("Supplier"));
         hidden->setVisible(false);
-        addContact(quorvel, QStringLiteral("Sam Supply"), QStringLiteral("supplier"));
-        SupplierDataSource &suppliers = *quorvel.getSupplierDataSource();
+        addContact(shop, QStringLiteral("Sam Supply"), QStringLiteral("supplier"));
+        SupplierDataSource &suppliers = *shop.getSupplierDataSource();
         QCOMPARE(suppliers.getCount(), 2);
         QCOMPARE(suppliers.objectValueForTableColumn(QStringLiteral("name"), 1), QStringLiteral("Bolts Ltd"));
         QCOMPARE(TestEnvironment::current().standardOutputText(), QStringLiteral("request for item 1\n"));
@@ -268,7 +291,7 @@ private Q_SLOTS:
 
         items.create();
         items.pickSupplier();
-        Picker &picker = *quorvel.getPicker();
+        Picker &picker = *shop.getPicker();
         QVERIFY(picker.pickerWindow->isVisible());
         QCOMPARE(picker.pickerWindow->title(), QStringLiteral("Select Supplier"));
         QCOMPARE(picker.numberOfRowsInTableView(), 2);
@@ -280,9 +303,9 @@ private Q_SLOTS:
 
     void shouldKeepThePreviousSupplierNameForANewItem()
     {
-        Quorvel quorvel;
-        ItemManager &items = *quorvel.getItemManager();
-        Contact *acme = addContact(quorvel, QStringLiteral("Acme"), QStringLiteral("Supplier"));
+        Shop shop;
+        ItemManager &items = *shop.getItemManager();
+        Contact *acme = addContact(shop, QStringLiteral("Acme"), QStringLiteral("Supplier"));
         Item *older = addItem(items, 1, QStringLiteral("Bolt"), QStringLiteral("4"));
         older->setSupplier(QString::number(acme->getID()));
         items.table->selectRow(0);

@@ -1,10 +1,11 @@
-// The bill of materials of a running controller: which lines the tables
+// The bill of materials over a stand-in for the controller, with the
+// managers it asks for: which lines the tables
 // show, lines from stock and the stock they take, in-place edits, totals,
 // copying and deleting.
+#include "FakeServices.h"
 #include "TestEnvironment.h"
 #include "TestMain.h"
 
-#include "app/Quorvel.h"
 #include "checkout/CheckoutManager.h"
 #include "contacts/Contact.h"
 #include "contacts/ContactManager.h"
@@ -14,6 +15,7 @@
 #include "orders/Material.h"
 #include "orders/Order.h"
 #include "orders/OrderManager.h"
+#include "store/Picker.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -22,6 +24,33 @@
 using testlib::TestEnvironment;
 
 namespace {
+
+// The bill of materials with the managers it asks for.
+struct Shop
+{
+    testlib::FakeServices services;
+    ContactManager contacts{&services};
+    OrderManager orders{&services};
+    BOMManager bom{&services};
+    ItemManager items{&services};
+    CheckoutManager checkout{&services};
+    Picker picker;
+    Shop()
+    {
+        services.contacts = &contacts;
+        services.orders = &orders;
+        services.bom = &bom;
+        services.items = &items;
+        services.checkoutManager = &checkout;
+        services.picker = &picker;
+    }
+    ContactManager *getContactManager() { return &contacts; }
+    OrderManager *getOrderManager() { return &orders; }
+    BOMManager *getBOMManager() { return &bom; }
+    ItemManager *getItemManager() { return &items; }
+    CheckoutManager *getCheckoutManager() { return &checkout; }
+    void setCurrentOrder(int orderId) { services.setCurrentOrder(orderId); }
+};
 
 Material *addLine(BOMManager &bom, int order, const QString &name, const QString &total = QStringLiteral("0"))
 {
@@ -32,7 +61,7 @@ Material *addLine(BOMManager &bom, int order, const QString &name, const QString
     return line.get();
 }
 
-Item *addItem(Quorvel &quorvel, const QString &qty, bool decrease, const QString &warnlevel = QStringLiteral("0"))
+Item *addItem(Shop &shop, const QString &qty, bool decrease, const QString &warnlevel = QStringLiteral("0"))
 {
     auto item = std::make_shared<Item>();
     item->setItem(QStringLiteral("Widget"));
@@ -41,7 +70,7 @@ Item *addItem(Quorvel &quorvel, const QString &qty, bool decrease, const QString
     item->setQty(qty);
     item->setDecreaseQty(decrease);
     item->setWarnlevel(warnlevel);
-    quorvel.getItemManager()->add(item);
+    shop.getItemManager()->add(item);
     return item.get();
 }
 
@@ -63,10 +92,10 @@ private Q_SLOTS:
 
     void shouldShowTheCurrentOrdersLinesInCollectionOrder()
     {
-        Quorvel quorvel;
-        BOMManager &bom = *quorvel.getBOMManager();
+        Shop shop;
+        BOMManager &bom = *shop.getBOMManager();
         addLine(bom, 1, "A1"), addLine(bom, 2, "B1"), addLine(bom, 1, "A2");
-        quorvel.setCurrentOrder(1);
+        shop.setCurrentOrder(1);
         QCOMPARE(column(bom, "item"), QStringList({"A1", "A2"}));
         addLine(bom, 1, "A3");  // added directly: found before any recount
         QCOMPARE(bom.getnthItem(2, 1)->getItem(), QString("A3"));
@@ -77,11 +106,11 @@ private Q_SLOTS:
 
     void shouldAnswerTheFirstLineOfTheCollectionForAMissingRank()
     {
-        Quorvel quorvel;
-        BOMManager &bom = *quorvel.getBOMManager();
+        Shop shop;
+        BOMManager &bom = *shop.getBOMManager();
         QVERIFY(!bom.getnthItem(0, 1));
         addLine(bom, 2, "B1"), addLine(bom, 1, "A1");
-        quorvel.setCurrentOrder(1);
+        shop.setCurrentOrder(1);
         const std::pair<int, int> missing[] = {{1, 1}, {-1, 1}, {5, 2}, {0, 3}};  // rank, order
         for (auto [n, order] : missing)
             QCOMPARE(bom.getnthItem(n, order)->getItem(), QString("B1"));
@@ -89,16 +118,16 @@ private Q_SLOTS:
 
     void shouldAddAStockLineForOneAtThePriceWithTheOrdersContact()
     {
-        Quorvel quorvel;
+        Shop shop;
         auto contact = std::make_shared<Contact>();
-        quorvel.getContactManager()->add(contact);
+        shop.getContactManager()->add(contact);
         auto order = std::make_shared<Order>();
         order->setContact(contact.get());
-        quorvel.getOrderManager()->add(order);
-        Item *item = addItem(quorvel, "10", true);
-        quorvel.setCurrentOrder(order->getID());
-        quorvel.getBOMManager()->addProduct(item);
-        const auto *line = static_cast<Material *>(quorvel.getBOMManager()->getFirstItem());
+        shop.getOrderManager()->add(order);
+        Item *item = addItem(shop, "10", true);
+        shop.setCurrentOrder(order->getID());
+        shop.getBOMManager()->addProduct(item);
+        const auto *line = static_cast<Material *>(shop.getBOMManager()->getFirstItem());
         QCOMPARE(QStringList({line->getItem(), line->getCode(), line->getQty(), line->getCost(), line->getTotal()}),
                  QStringList({"Widget", "W-1", "1", "2.5", "2.50"}));
         QCOMPARE(line->getProduct(), item->getID());
@@ -122,9 +151,9 @@ private Q_SLOTS:
         QFETCH(QString, warnlevel);
         QFETCH(QStringList, stock);
         QFETCH(int, alerts);
-        Quorvel quorvel;
-        BOMManager &bom = *quorvel.getBOMManager();
-        Item *item = addItem(quorvel, "10", decrease, warnlevel);
+        Shop shop;
+        BOMManager &bom = *shop.getBOMManager();
+        Item *item = addItem(shop, "10", decrease, warnlevel);
         bom.addProduct(item);
         bom.reloadData();
         bom.setObjectValueForTableColumn("3", "qty", 0);
@@ -142,8 +171,8 @@ private Q_SLOTS:
 
     void shouldFormatATypedTotalAndRecomputeOnlyAfterACostEdit()
     {
-        Quorvel quorvel;
-        BOMManager &bom = *quorvel.getBOMManager();
+        Shop shop;
+        BOMManager &bom = *shop.getBOMManager();
         QSignalSpy beeps(&bom, &BOMManager::beep);
         bom.create();
         bom.setObjectValueForTableColumn("12", "total", 0);
@@ -179,9 +208,9 @@ private Q_SLOTS:
 
     void shouldSumTotalsAndShippingOfTheCurrentOrder()
     {
-        Quorvel quorvel;
-        BOMManager &bom = *quorvel.getBOMManager();
-        Item *item = addItem(quorvel, "10", false);
+        Shop shop;
+        BOMManager &bom = *shop.getBOMManager();
+        Item *item = addItem(shop, "10", false);
         item->setShipping("1.5");
         addLine(bom, 1, "Labour", "5"), addLine(bom, 2, "Other order", "100");
         bom.setCurrentOrder(1);
@@ -196,9 +225,9 @@ private Q_SLOTS:
 
     void shouldCopyLinesToAnotherOrderWithoutContactOrStock()
     {
-        Quorvel quorvel;
-        BOMManager &bom = *quorvel.getBOMManager();
-        Item *item = addItem(quorvel, "10", true);
+        Shop shop;
+        BOMManager &bom = *shop.getBOMManager();
+        Item *item = addItem(shop, "10", true);
         bom.setCurrentOrder(1);
         bom.addProduct(item);
         bom.getnthItem(0, 1)->setContact(7);
@@ -228,22 +257,22 @@ private Q_SLOTS:
         QFETCH(bool, fromCheckout);
         QFETCH(int, answer);
         QFETCH(QStringList, left);
-        Quorvel quorvel;
-        BOMManager &bom = *quorvel.getBOMManager();
+        Shop shop;
+        BOMManager &bom = *shop.getBOMManager();
         addLine(bom, 1, "A1"), addLine(bom, 1, "A2"), addLine(bom, 1, "A3");
-        quorvel.setCurrentOrder(1);
+        shop.setCurrentOrder(1);
         bom.table->selectRow(0);
         bom.checkoutTableView->selectRow(1);
         TestEnvironment::current().scriptAlertAnswers({answer});
-        bom.deleteKey(fromCheckout ? static_cast<QObject *>(quorvel.getCheckoutManager()) : nullptr);
+        bom.deleteKey(fromCheckout ? static_cast<QObject *>(shop.getCheckoutManager()) : nullptr);
         QCOMPARE(column(bom, "item"), left);
         QCOMPARE(TestEnvironment::current().alertsShown().at(0).message, QString("Delete Item"));
     }
 
     void shouldOnlyPrintOnADoubleClick()
     {
-        Quorvel quorvel;
-        BOMManager &bom = *quorvel.getBOMManager();
+        Shop shop;
+        BOMManager &bom = *shop.getBOMManager();
         bom.table->userDoubleClick(0);
         QCOMPARE(TestEnvironment::current().standardOutputText(), QString("double click\n"));
     }

@@ -1,17 +1,21 @@
 // The order list and editor without a window: new orders, tax and balance,
 // the tax-rate question, the list filter, deleting and the customer's block.
+#include "FakeServices.h"
 #include "Preferences.h"
 #include "TestEnvironment.h"
 #include "TestMain.h"
 
 #include "app/Quorvel.h"
+#include "checkout/CheckoutManager.h"
 #include "contacts/Contact.h"
 #include "contacts/ContactManager.h"
+#include "items/ItemManager.h"
 #include "orders/BOMManager.h"
 #include "orders/Material.h"
 #include "orders/Order.h"
 #include "orders/OrderManager.h"
 #include "platform/Paths.h"
+#include "store/Picker.h"
 #include "store/PrefsController.h"
 
 #include <QDir>
@@ -24,7 +28,42 @@ using testlib::TestEnvironment;
 
 namespace {
 
-Order *addOrder(Quorvel &quorvel, const QString &title, const QString &status = QStringLiteral("Enquiry"),
+// The order editor with the managers it asks for, over a stand-in for the
+// controller.
+struct Shop
+{
+    testlib::FakeServices services;
+    ContactManager contacts{&services};
+    OrderManager orders{&services};
+    BOMManager bom{&services};
+    ItemManager items{&services};
+    CheckoutManager checkout{&services};
+    Picker picker;
+    Shop()
+    {
+        services.contacts = &contacts;
+        services.orders = &orders;
+        services.bom = &bom;
+        services.items = &items;
+        services.checkoutManager = &checkout;
+        services.picker = &picker;
+        // The date fields in the user's order, day first until the
+        // preferences are read, as the program wires them.
+        PrefsController *prefs = services.getPrefsController();
+        prefs->dateFields = {orders.date,   orders.depositPaid,   orders.balancePaid,
+                             checkout.date, checkout.depositPaid, checkout.balancePaid};
+        prefs->setUKFormat(prefs->isUKFormat());
+    }
+    ContactManager *getContactManager() { return &contacts; }
+    OrderManager *getOrderManager() { return &orders; }
+    BOMManager *getBOMManager() { return &bom; }
+    ItemManager *getItemManager() { return &items; }
+    PrefsController *getPrefsController() { return services.getPrefsController(); }
+    void setCurrentOrder(int orderId) { services.setCurrentOrder(orderId); }
+};
+
+template <class Program>
+Order *addOrder(Program &shop, const QString &title, const QString &status = QStringLiteral("Enquiry"),
                 Contact *contact = nullptr)
 {
     auto order = std::make_shared<Order>();
@@ -32,15 +71,15 @@ Order *addOrder(Quorvel &quorvel, const QString &title, const QString &status = 
     order->setStatus(status);
     order->setContact(contact);
     order->setTaxRate(QStringLiteral("20.00"));  // the default global rate: opening asks nothing
-    quorvel.getOrderManager()->add(order);
+    shop.getOrderManager()->add(order);
     return order.get();
 }
 
-Contact *addContact(Quorvel &quorvel, const QString &name)
+template <class Program> Contact *addContact(Program &shop, const QString &name)
 {
     auto contact = std::make_shared<Contact>();
     contact->setName(name);
-    quorvel.getContactManager()->add(contact);
+    shop.getContactManager()->add(contact);
     return contact.get();
 }
 
@@ -64,9 +103,10 @@ private Q_SLOTS:
 
     void shouldMakeANewOrderAndWorkOutItsFigures()
     {
-        Quorvel quorvel;
-        quorvel.getPrefsController()->taxRate->setStringValue(QStringLiteral("17.5"));
-        OrderManager &manager = *quorvel.getOrderManager();
+        // What reaches the disk: the whole controller, which writes.
+        Quorvel shop;
+        shop.getPrefsController()->taxRate->setStringValue(QStringLiteral("17.5"));
+        OrderManager &manager = *shop.getOrderManager();
         auto saved = std::make_shared<Order>();  // as read from the file, with its id
         saved->setID(11);
         manager.add(saved);
@@ -104,6 +144,8 @@ private Q_SLOTS:
     {
         QFETCH(bool, monthFirst);
         QFETCH(QString, today);
+        // The date fields take the user's order from the preferences as the
+        // program wires them: the whole controller.
         Quorvel quorvel;
         testlib::startWithModules(quorvel, monthFirst);
         OrderManager &manager = *quorvel.getOrderManager();
@@ -140,8 +182,8 @@ private Q_SLOTS:
         QFETCH(QStringList, figures);
         QFETCH(QString, balance);
         QFETCH(QString, total);
-        Quorvel quorvel;
-        OrderManager &manager = *quorvel.getOrderManager();
+        Shop shop;
+        OrderManager &manager = *shop.getOrderManager();
         manager.create();
         manager.value->userSetStringValue(figures.at(0));
         manager.taxAmount->userSetStringValue(figures.at(1));
@@ -158,13 +200,13 @@ private Q_SLOTS:
 
     void shouldPutTheMaterialsTotalInTheValueWithTwoDecimals()
     {
-        Quorvel quorvel;
-        OrderManager &manager = *quorvel.getOrderManager();
-        Order *order = addOrder(quorvel, QStringLiteral("Shelves"));
+        Shop shop;
+        OrderManager &manager = *shop.getOrderManager();
+        Order *order = addOrder(shop, QStringLiteral("Shelves"));
         for (const char *total : {"400", "65"}) {
             const std::shared_ptr<Material> line = Material::withOrder(order->getID());
             line->setTotal(QLatin1String(total));
-            quorvel.getBOMManager()->add(line);
+            shop.getBOMManager()->add(line);
         }
         openOrder(manager, order);
         manager.deposit->setStringValue(QStringLiteral("100"));
@@ -198,11 +240,11 @@ private Q_SLOTS:
         QFETCH(int, answer);
         QFETCH(QString, rateAfter);
         QFETCH(QString, label);
-        Quorvel quorvel;
-        quorvel.getPrefsController()->taxRate->setStringValue(QStringLiteral("17.5"));
-        quorvel.getPrefsController()->taxStatement->setStringValue(QStringLiteral(" VAT\n"));
-        OrderManager &manager = *quorvel.getOrderManager();
-        Order *order = addOrder(quorvel, QStringLiteral("Roof"));
+        Shop shop;
+        shop.getPrefsController()->taxRate->setStringValue(QStringLiteral("17.5"));
+        shop.getPrefsController()->taxStatement->setStringValue(QStringLiteral(" VAT\n"));
+        OrderManager &manager = *shop.getOrderManager();
+        Order *order = addOrder(shop, QStringLiteral("Roof"));
         order->setTaxRate(rate);
         order->setTax(QStringLiteral("3.00"));
         TestEnvironment::current().scriptAlertAnswers({answer});
@@ -245,12 +287,12 @@ private Q_SLOTS:
         QFETCH(QString, shown);
         QFETCH(QString, search);
         QFETCH(QString, titles);
-        Quorvel quorvel;
-        Contact *smith = addContact(quorvel, QStringLiteral("Jo Smith"));
-        addOrder(quorvel, QStringLiteral("Kitchen"), QStringLiteral("Enquiry"), smith);
-        addOrder(quorvel, QStringLiteral("Garden"), QStringLiteral("Complete"), smith);
-        addOrder(quorvel, QStringLiteral("Sink"), QStringLiteral("Complete"));
-        OrderManager &manager = *quorvel.getOrderManager();
+        Shop shop;
+        Contact *smith = addContact(shop, QStringLiteral("Jo Smith"));
+        addOrder(shop, QStringLiteral("Kitchen"), QStringLiteral("Enquiry"), smith);
+        addOrder(shop, QStringLiteral("Garden"), QStringLiteral("Complete"), smith);
+        addOrder(shop, QStringLiteral("Sink"), QStringLiteral("Complete"));
+        OrderManager &manager = *shop.getOrderManager();
         manager.awakeFromNib();
         if (!shown.isNull())
             manager.filterPopUp->selectItemWithTitle(shown);
@@ -264,10 +306,10 @@ private Q_SLOTS:
 
     void shouldAddAStatusTheListDoesNotKnow()
     {
-        Quorvel quorvel;
-        OrderManager &manager = *quorvel.getOrderManager();
+        Shop shop;
+        OrderManager &manager = *shop.getOrderManager();
         const int known = manager.status->numberOfItems();
-        openOrder(manager, addOrder(quorvel, QStringLiteral("Odd"), QStringLiteral("On hold")));
+        openOrder(manager, addOrder(shop, QStringLiteral("Odd"), QStringLiteral("On hold")));
         QCOMPARE(manager.status->numberOfItems(), known + 1);
         QCOMPARE(manager.status->titleOfSelectedItem(), QStringLiteral("On hold"));
     }
@@ -281,10 +323,10 @@ private Q_SLOTS:
     void shouldDeleteTheOrderWithItsAttachmentsButNotItsLines()
     {
         QFETCH(int, answer);
-        Quorvel quorvel;
-        OrderManager &manager = *quorvel.getOrderManager();
-        Order *order = addOrder(quorvel, QStringLiteral("Shed"));
-        quorvel.getBOMManager()->add(Material::withOrder(order->getID()));
+        Shop shop;
+        OrderManager &manager = *shop.getOrderManager();
+        Order *order = addOrder(shop, QStringLiteral("Shed"));
+        shop.getBOMManager()->add(Material::withOrder(order->getID()));
         const QString folder = OrderManager::attachmentFolder(order->getID());
         QVERIFY(QDir().mkpath(folder + QStringLiteral("/plans")));
         manager.table->selectRow(0);
@@ -294,7 +336,7 @@ private Q_SLOTS:
         QCOMPARE(TestEnvironment::current().alertsShown().value(0).message, QStringLiteral("Delete Order"));
         QCOMPARE(manager.getCount(), 1 - answer);
         QCOMPARE(QFileInfo::exists(folder), answer == 0);
-        QCOMPARE(quorvel.getBOMManager()->getCount(), 1);
+        QCOMPARE(shop.getBOMManager()->getCount(), 1);
     }
 
     void shouldGiveTheCustomersPostalBlock_data()
@@ -310,15 +352,15 @@ private Q_SLOTS:
     {
         QFETCH(QString, title);
         QFETCH(QString, block);
-        Quorvel quorvel;
-        OrderManager &manager = *quorvel.getOrderManager();
-        Contact *lee = addContact(quorvel, QStringLiteral("Ann Lee"));
+        Shop shop;
+        OrderManager &manager = *shop.getOrderManager();
+        Contact *lee = addContact(shop, QStringLiteral("Ann Lee"));
         lee->setTitle(title);
         lee->setAdd1(QStringLiteral("1 High St"));
         lee->setAdd3(QStringLiteral("Leeds"));
         lee->setPostcode(QStringLiteral("LS1 1AA"));
         manager.contactName->setConnected(true);
-        openOrder(manager, addOrder(quorvel, QStringLiteral("Porch"), QStringLiteral("Quote"), lee));
+        openOrder(manager, addOrder(shop, QStringLiteral("Porch"), QStringLiteral("Quote"), lee));
         QCOMPARE(manager.grabContactFields(), block);
         QCOMPARE(manager.contactName->stringValue(), QStringLiteral("Ann Lee"));
         QVERIFY(manager.editContactButton->isEnabled());
@@ -337,10 +379,10 @@ private Q_SLOTS:
         colours << entry("Quote", "0.500000") << entry("Quote", "0.900000") << entry("complete", "0.300000");
         QSettings(PrefsController::settingsName(), PrefsController::settingsName())
             .setValue(QStringLiteral("QuorvelFlagColours"), colours);
-        Quorvel quorvel;
-        addOrder(quorvel, QStringLiteral("A"), QStringLiteral("Quote"));
-        addOrder(quorvel, QStringLiteral("B"), QStringLiteral("Complete"));  // the stored status differs in case
-        const OrderManager &manager = *quorvel.getOrderManager();
+        Shop shop;
+        addOrder(shop, QStringLiteral("A"), QStringLiteral("Quote"));
+        addOrder(shop, QStringLiteral("B"), QStringLiteral("Complete"));  // the stored status differs in case
+        const OrderManager &manager = *shop.getOrderManager();
 
         const std::optional<RgbaColour> quote = manager.labelColorForRow(0);
         QVERIFY(quote);

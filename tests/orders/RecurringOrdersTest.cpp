@@ -1,16 +1,21 @@
 // Repeating orders: the copy of an order, one pass of the repeat checker at
 // a given moment, and the editor's summary line.
 #include "DatabaseFiles.h"
+#include "FakeServices.h"
 #include "TestEnvironment.h"
 #include "TestMain.h"
 
 #include "app/Quorvel.h"
+#include "checkout/CheckoutManager.h"
+#include "contacts/ContactManager.h"
+#include "items/ItemManager.h"
 #include "orders/BOMManager.h"
 #include "orders/Material.h"
 #include "orders/Order.h"
 #include "orders/OrderManager.h"
 #include "platform/Dates.h"
 #include "platform/Paths.h"
+#include "store/Picker.h"
 #include "store/PrefsController.h"
 
 #include <QSettings>
@@ -20,7 +25,42 @@ using testlib::TestEnvironment;
 
 namespace {
 
-Order *addRepeatingOrder(Quorvel &quorvel, const QString &frequency, const QString &lastRepeatDate)
+// The order editor with the managers it asks for, over a stand-in for the
+// controller.
+struct Shop
+{
+    testlib::FakeServices services;
+    ContactManager contacts{&services};
+    OrderManager orders{&services};
+    BOMManager bom{&services};
+    ItemManager items{&services};
+    CheckoutManager checkout{&services};
+    Picker picker;
+    Shop()
+    {
+        services.contacts = &contacts;
+        services.orders = &orders;
+        services.bom = &bom;
+        services.items = &items;
+        services.checkoutManager = &checkout;
+        services.picker = &picker;
+        // The date fields in the user's order, day first until the
+        // preferences are read, as the program wires them.
+        PrefsController *prefs = services.getPrefsController();
+        prefs->dateFields = {orders.date,   orders.depositPaid,   orders.balancePaid,
+                             checkout.date, checkout.depositPaid, checkout.balancePaid};
+        prefs->setUKFormat(prefs->isUKFormat());
+    }
+    ContactManager *getContactManager() { return &contacts; }
+    OrderManager *getOrderManager() { return &orders; }
+    BOMManager *getBOMManager() { return &bom; }
+    ItemManager *getItemManager() { return &items; }
+    PrefsController *getPrefsController() { return services.getPrefsController(); }
+    void setCurrentOrder(int orderId) { services.setCurrentOrder(orderId); }
+};
+
+template <class Program>
+Order *addRepeatingOrder(Program &shop, const QString &frequency, const QString &lastRepeatDate)
 {
     auto order = std::make_shared<Order>();
     order->setTitle(QStringLiteral("Windows"));
@@ -28,7 +68,7 @@ Order *addRepeatingOrder(Quorvel &quorvel, const QString &frequency, const QStri
     order->setRepeatFrequency(frequency);
     order->setLastRepeatDate(lastRepeatDate);
     order->setTaxRate(QStringLiteral("20.00"));
-    quorvel.getOrderManager()->add(order);
+    shop.getOrderManager()->add(order);
     order->setOrderNum(QStringLiteral("INV%1").arg(order->getID()));
     return order.get();
 }
@@ -53,9 +93,9 @@ private Q_SLOTS:
 
     void shouldCopyTheOrderAndItsLinesButNotItsPayments()
     {
-        Quorvel quorvel;
-        quorvel.getPrefsController()->termOrder->setStringValue(QStringLiteral("Job"));
-        Order *source = addRepeatingOrder(quorvel, QStringLiteral("week"), QStringLiteral("01/01/26"));
+        Shop shop;
+        shop.getPrefsController()->termOrder->setStringValue(QStringLiteral("Job"));
+        Order *source = addRepeatingOrder(shop, QStringLiteral("week"), QStringLiteral("01/01/26"));
         source->setDescription(QStringLiteral("Front and back"));
         for (const auto &[name, value] : {std::pair{"value", "40"},
                                           {"tax", "8.00"},
@@ -65,10 +105,10 @@ private Q_SLOTS:
                                           {"type", "Invoice"}})
             source->setFieldByName(QLatin1String(name), QLatin1String(value));
         source->setSent(true);
-        quorvel.getBOMManager()->add(Material::withOrder(source->getID()));
+        shop.getBOMManager()->add(Material::withOrder(source->getID()));
 
-        const Order *copy = quorvel.getOrderManager()->duplicate(source);
-        QCOMPARE(quorvel.getOrderManager()->getCount(), 2);
+        const Order *copy = shop.getOrderManager()->duplicate(source);
+        QCOMPARE(shop.getOrderManager()->getCount(), 2);
         QCOMPARE(copy->getOrderNum(), QStringLiteral("INV2"));
         QCOMPARE(copy->getDescription(), QStringLiteral("Recurrence of Order INV1\rFront and back"));
         const QStringList fields{copy->getDate(),  copy->getValue(),   copy->getTax(),           copy->getStatus(),
@@ -77,7 +117,7 @@ private Q_SLOTS:
         QCOMPARE(fields, (QStringList{"15/01/26", "40", "8.00", "Invoiced", "Windows", "", "web", "Order"}));
         QVERIFY(copy->getSent() && !copy->getRepeats());
         QCOMPARE(source->getLastRepeatDate(), QStringLiteral("15/01/26"));  // today
-        QCOMPARE(static_cast<Material *>(quorvel.getBOMManager()->getnthItem(1))->getOrder(), copy->getID());
+        QCOMPARE(static_cast<Material *>(shop.getBOMManager()->getnthItem(1))->getOrder(), copy->getID());
 
         const platform::Alert alert = TestEnvironment::current().alertsShown().value(0);
         QCOMPARE(alert.message, QStringLiteral("Repeat Job"));
@@ -126,11 +166,11 @@ private Q_SLOTS:
         QFETCH(QString, last);
         QFETCH(QString, now);
         QFETCH(QString, lastAfter);
-        Quorvel quorvel;
-        Order *order = addRepeatingOrder(quorvel, frequency, last);
-        const auto copies = quorvel.getOrderManager()->checkForOverdueRepeats(at(now));
+        Shop shop;
+        Order *order = addRepeatingOrder(shop, frequency, last);
+        const auto copies = shop.getOrderManager()->checkForOverdueRepeats(at(now));
         QCOMPARE(copies.size(), lastAfter == last ? 0 : 1);
-        QCOMPARE(quorvel.getOrderManager()->getCount(), 1 + int(copies.size()));
+        QCOMPARE(shop.getOrderManager()->getCount(), 1 + int(copies.size()));
         QCOMPARE(order->getLastRepeatDate(), lastAfter);
         QCOMPARE(TestEnvironment::current().logLines().value(0),
                  QStringLiteral("Windows is set to repeat. last repeat date is %1").arg(last));
@@ -138,15 +178,15 @@ private Q_SLOTS:
 
     void shouldCatchUpOneCopyPerPass()
     {
-        Quorvel quorvel;
-        Order *order = addRepeatingOrder(quorvel, QStringLiteral("week"), QStringLiteral("25/12/25"));
+        Shop shop;
+        Order *order = addRepeatingOrder(shop, QStringLiteral("week"), QStringLiteral("25/12/25"));
         QStringList dates;
         for (int pass = 0; pass < 4; ++pass) {
-            quorvel.getOrderManager()->checkForOverdueRepeats(at(QStringLiteral("15/01/26 10:00")));
+            shop.getOrderManager()->checkForOverdueRepeats(at(QStringLiteral("15/01/26 10:00")));
             dates << order->getLastRepeatDate();
         }
         QCOMPARE(dates, (QStringList{"01/01/26", "08/01/26", "15/01/26", "15/01/26"}));
-        QCOMPARE(quorvel.getOrderManager()->getCount(), 1 + 3);
+        QCOMPARE(shop.getOrderManager()->getCount(), 1 + 3);
     }
 
     // However many orders are due, a pass ends with one write of the orders
@@ -162,19 +202,20 @@ private Q_SLOTS:
     void shouldWriteAndAlertOnceForAWholePass()
     {
         QFETCH(int, due);
-        Quorvel quorvel;
-        quorvel.getPrefsController()->termOrders->setStringValue(QStringLiteral("Jobs"));
+        // What reaches the disk: the whole controller, which writes.
+        Quorvel shop;
+        shop.getPrefsController()->termOrders->setStringValue(QStringLiteral("Jobs"));
         for (int n = 0; n < due; ++n) {
-            Order *order = addRepeatingOrder(quorvel, QStringLiteral("month"), QStringLiteral("15/11/25"));
+            Order *order = addRepeatingOrder(shop, QStringLiteral("month"), QStringLiteral("15/11/25"));
             for (const auto &[name, value] : {std::pair{"value", "100"}, {"tax", "17.50"}, {"shipping", "4.5"}})
                 order->setFieldByName(QLatin1String(name), QLatin1String(value));
             auto line = Material::withOrder(order->getID());
             line->setItem(QStringLiteral("Glass %1").arg(n));
-            quorvel.getBOMManager()->add(line);
+            shop.getBOMManager()->add(line);
         }
-        addRepeatingOrder(quorvel, QStringLiteral("year"), QStringLiteral("15/11/25"));  // not due
+        addRepeatingOrder(shop, QStringLiteral("year"), QStringLiteral("15/11/25"));  // not due
 
-        const auto copies = quorvel.getOrderManager()->checkForOverdueRepeats(at(QStringLiteral("15/01/26 10:00")));
+        const auto copies = shop.getOrderManager()->checkForOverdueRepeats(at(QStringLiteral("15/01/26 10:00")));
         QCOMPARE(int(copies.size()), due);
         const QList<platform::Alert> alerts = TestEnvironment::current().alertsShown();
         QCOMPARE(alerts.size(), 1);
@@ -230,12 +271,12 @@ private Q_SLOTS:
         settings.setValue(QStringLiteral("QuorvelWelcome"), QStringLiteral("YES"));
         settings.setValue(QStringLiteral("QuorvelDateFormat"), monthFirst ? QStringLiteral("1") : QStringLiteral("0"));
         settings.sync();
-        Quorvel quorvel;
-        quorvel.getPrefsController()->readDefaults();
-        OrderManager &manager = *quorvel.getOrderManager();
+        Shop shop;
+        shop.getPrefsController()->readDefaults();
+        OrderManager &manager = *shop.getOrderManager();
         manager.repeatInformativeTextField->setConnected(true);
         manager.repeatFrequency->setConnected(true);
-        addRepeatingOrder(quorvel, frequency, last)->setRepeats(repeating);
+        addRepeatingOrder(shop, frequency, last)->setRepeats(repeating);
         manager.table->selectRow(0);
         manager.edit();
         QCOMPARE(manager.repeatInformativeTextField->stringValue(), summary);

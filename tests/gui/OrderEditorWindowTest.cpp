@@ -19,8 +19,8 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QLabel>
-#include <QListWidget>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMimeData>
 #include <QPushButton>
 #include <QTest>
@@ -82,6 +82,12 @@ private Q_SLOTS:
         QVERIFY2(editor.find<QLabel>("orderTotal")->text().endsWith(QStringLiteral("127.50")),
                  qPrintable(editor.find<QLabel>("orderTotal")->text()));
         QCOMPARE(editor.find<QLabel>("balanceState")->text(), QStringLiteral("Due"));
+        // The figures' currency stands before them, as the preferences name it.
+        editor.quorvel.getPrefsController()->currencyField->setStringValue(QStringLiteral("CHF"));
+        for (const char *symbol :
+             {"valueCurrency", "shippingCurrency", "taxCurrency", "depositCurrency", "balanceCurrency"})
+            QCOMPARE(editor.find<QLabel>(symbol)->text(), QStringLiteral("CHF"));
+        QVERIFY(editor.find<QLabel>("orderTotal")->text().contains(QStringLiteral("CHF")));
         editor.type("balancePaid", QStringLiteral("03/04/26"));
         QCOMPARE(editor.find<QLabel>("balanceState")->text(), QStringLiteral("Paid"));
 

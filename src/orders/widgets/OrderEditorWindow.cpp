@@ -149,18 +149,30 @@ QGroupBox *OrderEditorWindow::makeMoneyGroup()
         connect(outlet, &TextField::edited, this, [this] { orders.calculateBalance(); });
     };
 
+    // The figures are in the currency of the preferences: its symbol stands
+    // before each money field (the field keeps the bare figure).
+    QList<QLabel *> symbols;
+    const auto symbolLabel = [&symbols](const QString &name) {
+        auto *symbol = new QLabel;
+        symbol->setObjectName(name);
+        symbol->setTextFormat(Qt::PlainText);
+        symbols << symbol;
+        return symbol;
+    };
     QLineEdit *value = field(orders.value, QStringLiteral("value"));
     QPushButton *total = pushButton(localised("Use Materials Total"), QStringLiteral("insertBOMTotalButton"));
     connect(total, &QPushButton::clicked, &orders, &OrderManager::insertBOMTotal);
     tabChain << total;
-    form->addRow(labelFor(localised("&Value:"), value), row({value, total}));
+    form->addRow(labelFor(localised("&Value:"), value),
+                 row({symbolLabel(QStringLiteral("valueCurrency")), value, total}));
 
     QLineEdit *shipping = field(orders.shipping, QStringLiteral("shipping"));
     QPushButton *shippingTotal
         = pushButton(localised("Use Materials Shipping"), QStringLiteral("insertBOMShippingButton"));
     connect(shippingTotal, &QPushButton::clicked, &orders, &OrderManager::insertBOMShipping);
     tabChain << shippingTotal;
-    form->addRow(labelFor(localised("S&hipping:"), shipping), row({shipping, shippingTotal}));
+    form->addRow(labelFor(localised("S&hipping:"), shipping),
+                 row({symbolLabel(QStringLiteral("shippingCurrency")), shipping, shippingTotal}));
 
     // The tax label ("VAT @ 17.50%") names the tax amount's row; at a rate
     // of 0 it is blank and the amount and its button are hidden.
@@ -174,11 +186,12 @@ QGroupBox *OrderEditorWindow::makeMoneyGroup()
     QPushButton *calculate = pushButton(localised("Calculate"), QStringLiteral("calculateTaxButton"));
     binding::bind(orders.calculateTaxButton, calculate);
     tabChain << calculate;
-    auto *taxRow = row({taxAmount, calculate});
+    auto *taxRow = row({symbolLabel(QStringLiteral("taxCurrency")), taxAmount, calculate});
     form->addRow(taxLabel, taxRow);
 
     QLineEdit *deposit = field(orders.deposit, QStringLiteral("deposit"));
-    form->addRow(labelFor(localised("Dep&osit:"), deposit), deposit);
+    form->addRow(labelFor(localised("Dep&osit:"), deposit),
+                 row({symbolLabel(QStringLiteral("depositCurrency")), deposit}, 0));
     QLineEdit *depositPaid = field(orders.depositPaid, QStringLiteral("depositPaid"));
     form->addRow(labelFor(localised("Deposit p&aid:"), depositPaid), depositPaid);
     // Beside the balance, the order's whole total (value, tax and
@@ -188,7 +201,8 @@ QGroupBox *OrderEditorWindow::makeMoneyGroup()
     auto *orderTotal = new QLabel;
     orderTotal->setObjectName(QStringLiteral("orderTotal"));
     orderTotal->setTextFormat(Qt::PlainText);
-    form->addRow(labelFor(localised("&Balance:"), balance), row({balance, orderTotal}));
+    form->addRow(labelFor(localised("&Balance:"), balance),
+                 row({symbolLabel(QStringLiteral("balanceCurrency")), balance, orderTotal}));
     QLineEdit *balancePaid = field(orders.balancePaid, QStringLiteral("balancePaid"));
     auto *paidState = new QLabel;
     paidState->setObjectName(QStringLiteral("balanceState"));
@@ -210,7 +224,21 @@ QGroupBox *OrderEditorWindow::makeMoneyGroup()
         font.setBold(!paid);
         paidState->setFont(font);
     };
-    for (TextField *shown : {orders.value, orders.taxAmount, orders.shipping, orders.balancePaid}) {
+    const QuorvelServices *owner = orders.getQuorvel();
+    if (owner && owner->getPrefsController()) {
+        TextField *preferred = owner->getPrefsController()->currencyField;
+        const auto showSymbol = [symbols, preferred] {
+            for (QLabel *symbol : symbols)
+                symbol->setText(preferred->stringValue().trimmed());
+        };
+        showSymbol();
+        connect(preferred, &Outlet::changed, this, showSymbol);
+        connect(preferred, &TextField::edited, this, showSymbol);
+    }
+    QList<TextField *> shownFigures{orders.value, orders.taxAmount, orders.shipping, orders.balancePaid};
+    if (owner && owner->getPrefsController())
+        shownFigures << owner->getPrefsController()->currencyField;  // the total names the currency
+    for (TextField *shown : std::as_const(shownFigures)) {
         connect(shown, &Outlet::changed, this, showTotals);
         connect(shown, &TextField::edited, this, showTotals);
     }

@@ -4,7 +4,8 @@
 #include "TestEnvironment.h"
 #include "TestMain.h"
 
-#include "app/Quorvel.h"
+#include "FakeServices.h"
+#include "checkout/CheckoutManager.h"
 #include "contacts/Contact.h"
 #include "contacts/ContactManager.h"
 #include "items/Item.h"
@@ -17,6 +18,7 @@
 #include "platform/PropertyList.h"
 #include "reports/ReportItem.h"
 #include "reports/ReportManager.h"
+#include "store/Picker.h"
 
 #include <QDir>
 #include <QFile>
@@ -26,6 +28,36 @@
 using testlib::TestEnvironment;
 
 namespace {
+
+// The report engine with the managers whose records it reads, over a
+// stand-in for the controller whose database is those managers.
+struct Shop
+{
+    testlib::FakeServices services;
+    ContactManager contacts{&services};
+    OrderManager orders{&services};
+    BOMManager bom{&services};
+    ItemManager items{&services};
+    CheckoutManager checkout{&services};
+    kdDataSource bills, tasks;
+    Picker picker;
+    ReportManager reports{&services};
+    Shop()
+    {
+        services.contacts = &contacts;
+        services.orders = &orders;
+        services.bom = &bom;
+        services.items = &items;
+        services.checkoutManager = &checkout;
+        services.picker = &picker;
+        services.useCollections(contacts, orders, items, bom, bills, tasks);
+    }
+    ContactManager *getContactManager() { return &contacts; }
+    OrderManager *getOrderManager() { return &orders; }
+    BOMManager *getBOMManager() { return &bom; }
+    ItemManager *getItemManager() { return &items; }
+    ReportManager *getReportManager() { return &reports; }
+};
 
 QString reportsFolder()
 {
@@ -98,7 +130,7 @@ QStringList mergeLines()
     return TestEnvironment::current().logLines().filter(QStringLiteral("couldn't merge"));
 }
 
-void addLine(Quorvel &quorvel, int order, int contact, const QString &item, const QString &qty,
+void addLine(Shop &shop, int order, int contact, const QString &item, const QString &qty,
              const QString &cost = QString(), const QString &total = QString())
 {
     auto line = Material::withOrder(order);
@@ -108,18 +140,18 @@ void addLine(Quorvel &quorvel, int order, int contact, const QString &item, cons
     line->setQty(qty);
     line->setCost(cost);
     line->setTotal(total);
-    quorvel.getBOMManager()->add(line);
+    shop.getBOMManager()->add(line);
 }
 
 // A small business: three contacts, four orders, three items, four lines.
-void fillBusiness(Quorvel &quorvel)
+void fillBusiness(Shop &shop)
 {
     const auto contact = [&](const char *name, const char *type, const char *phone) {
         auto record = std::make_shared<Contact>();
         record->setName(QString::fromUtf8(name));
         record->setType(QString::fromUtf8(type));
         record->setPhone(QString::fromUtf8(phone));
-        quorvel.getContactManager()->add(record);
+        shop.getContactManager()->add(record);
         return record;
     };
     Contact *ann = contact("Ann Lee", "Customer", "0101").get();
@@ -137,7 +169,7 @@ void fillBusiness(Quorvel &quorvel)
         record->setValueWithTax(QString::fromUtf8(value));
         record->setBalance(QString::fromUtf8(balance));
         record->setBalancePaid(QString::fromUtf8(paid));
-        quorvel.getOrderManager()->add(record);
+        shop.getOrderManager()->add(record);
     };
     order("INV1", "01/03/08", ann, "120.00", "120.00", "");
     order("INV2", "05/03/08", ann, "50.00", "50.00", "10/03/08");
@@ -151,18 +183,15 @@ void fillBusiness(Quorvel &quorvel)
               record->setQty(QString::fromUtf8(qty));
               record->setOptimumQty(QString::fromUtf8(optimum));
               record->setBought(QString::fromUtf8(bought));
-              quorvel.getItemManager()->add(record);
+              shop.getItemManager()->add(record);
           };
     item("W-1", "Widget", "4", "10", "2.50");
     item("B-1", "Bolt", "20", "10", "0.10");
     item("N-1", "Nut", "", "5", "1");
-    addLine(quorvel, 1, 1, QStringLiteral("Widget"), QStringLiteral("2"), QStringLiteral("2.50"),
-            QStringLiteral("5.00"));
-    addLine(quorvel, 3, 3, QStringLiteral("Bolt"), QStringLiteral("10"), QStringLiteral("0.10"),
-            QStringLiteral("1.00"));
-    addLine(quorvel, 2, 1, QStringLiteral("Widget"), QStringLiteral("3"), QStringLiteral("2.50"),
-            QStringLiteral("7.50"));
-    addLine(quorvel, 1, 1, QString(), QStringLiteral("1"), QString(), QStringLiteral("0.50"));
+    addLine(shop, 1, 1, QStringLiteral("Widget"), QStringLiteral("2"), QStringLiteral("2.50"), QStringLiteral("5.00"));
+    addLine(shop, 3, 3, QStringLiteral("Bolt"), QStringLiteral("10"), QStringLiteral("0.10"), QStringLiteral("1.00"));
+    addLine(shop, 2, 1, QStringLiteral("Widget"), QStringLiteral("3"), QStringLiteral("2.50"), QStringLiteral("7.50"));
+    addLine(shop, 1, 1, QString(), QStringLiteral("1"), QString(), QStringLiteral("0.50"));
 }
 
 }  // namespace
@@ -242,18 +271,18 @@ private Q_SLOTS:
         QFETCH(QString, op);
         QFETCH(QString, value);
         QFETCH(bool, holds);
-        Quorvel quorvel;
+        Shop shop;
         ReportItem record;
         record.addField(found);
         ReportManager::Clause clause;
         clause.field = QStringLiteral("field1");
         clause.op = op;
         clause.value = value;
-        QCOMPARE(quorvel.getReportManager()->meetsCriteria(record, {clause}), holds);
+        QCOMPARE(shop.getReportManager()->meetsCriteria(record, {clause}), holds);
         // The same clause read from a definition.
         const QVariantList where{QVariant(QStringList{QStringLiteral("field1"), op, value})};
-        const auto prepared = quorvel.getReportManager()->clausesFrom(where, QStringLiteral("where"));
-        QCOMPARE(quorvel.getReportManager()->meetsCriteria(record, prepared), holds);
+        const auto prepared = shop.getReportManager()->clausesFrom(where, QStringLiteral("where"));
+        QCOMPARE(shop.getReportManager()->meetsCriteria(record, prepared), holds);
     }
 
     void shouldReadDatesInTheDateFieldsFormat()
@@ -269,12 +298,12 @@ private Q_SLOTS:
 
     void shouldAddTheTotalRowsOnlyForATotalledColumn()
     {
-        Quorvel quorvel;
-        addLine(quorvel, 1, 0, QStringLiteral("Bolt"), QStringLiteral("1,200.50"));
-        addLine(quorvel, 1, 0, QStringLiteral("Nut"), QStringLiteral("2"));
+        Shop shop;
+        addLine(shop, 1, 0, QStringLiteral("Bolt"), QStringLiteral("1,200.50"));
+        addLine(shop, 1, 0, QStringLiteral("Nut"), QStringLiteral("2"));
         QVariantMap definition = linesDefinition(false);
         writeDefinition(QStringLiteral("Lines"), definition);
-        ReportManager &reports = *quorvel.getReportManager();
+        ReportManager &reports = *shop.getReportManager();
         reports.doReport(QStringLiteral("Lines"), reports.table);
         QCOMPARE(csv(reports),
                  QStringLiteral("\"Item\",\"Qty\"\r\"Bolt\",\"1,200.50\"\r\"Nut\",\"2\"\r"
@@ -295,25 +324,25 @@ private Q_SLOTS:
     void shouldTotalNothingWhenNoRecordIsRead()
     {
         QFETCH(QString, source);
-        Quorvel quorvel;
+        Shop shop;
         QVariantMap definition = linesDefinition(true);
         definition.insert(QStringLiteral("selectfrom"), source);
         writeDefinition(QStringLiteral("Lines"), definition);
-        ReportManager &reports = *quorvel.getReportManager();
+        ReportManager &reports = *shop.getReportManager();
         reports.doReport(QStringLiteral("Lines"), reports.table);
         QCOMPARE(csv(reports), QStringLiteral("\"Item\",\"Qty\"\r\"\",\"_____\"\r\"\",\"0.00\"\r"));
     }
 
     void shouldMergeLikeRowsAfterTheTotal()
     {
-        Quorvel quorvel;
-        addLine(quorvel, 1, 0, QStringLiteral("Widget"), QStringLiteral("2"));
-        addLine(quorvel, 1, 0, QStringLiteral("Widget"), QStringLiteral("3"));
-        addLine(quorvel, 1, 0, QStringLiteral("Bolt"), QStringLiteral("1"));
-        addLine(quorvel, 1, 0, QStringLiteral("Nut"), QStringLiteral("lots"));
-        addLine(quorvel, 1, 0, QStringLiteral("Nut"), QStringLiteral("4"));
+        Shop shop;
+        addLine(shop, 1, 0, QStringLiteral("Widget"), QStringLiteral("2"));
+        addLine(shop, 1, 0, QStringLiteral("Widget"), QStringLiteral("3"));
+        addLine(shop, 1, 0, QStringLiteral("Bolt"), QStringLiteral("1"));
+        addLine(shop, 1, 0, QStringLiteral("Nut"), QStringLiteral("lots"));
+        addLine(shop, 1, 0, QStringLiteral("Nut"), QStringLiteral("4"));
         writeDefinition(QStringLiteral("Merged"), linesDefinition(true));
-        ReportManager &reports = *quorvel.getReportManager();
+        ReportManager &reports = *shop.getReportManager();
         reports.doReport(QStringLiteral("Merged"), reports.table);
         QCOMPARE(csv(reports),
                  QStringLiteral("\"Item\",\"Qty\"\r\"Widget\",\"5.00\"\r\"Bolt\",\"1\"\r\"Nut\",\"lots\"\r"
@@ -336,15 +365,15 @@ private Q_SLOTS:
         const QStringList amounts{"1", "2",     "3",    "2.5",  "0.333",    "1,000", " 7 boxes", "abc",
                                   "",  "-4.25", "1e38", "3e38", "99999999", "0.005", "12"};
         QRandomGenerator random(static_cast<quint32>(seed));
-        Quorvel quorvel;
+        Shop shop;
         for (int i = 0; i < lines; ++i) {
             const int pick = int(random.bounded(amounts.size() + 20));
-            addLine(quorvel, 1, 0, names.at(random.bounded(names.size())),
+            addLine(shop, 1, 0, names.at(random.bounded(names.size())),
                     pick < amounts.size() ? amounts.at(pick) : QString::number(random.bounded(1, 50)));
         }
         writeDefinition(QStringLiteral("Plain"), linesDefinition(false));
         writeDefinition(QStringLiteral("Merged"), linesDefinition(true));
-        ReportManager literal(&quorvel), merged(&quorvel), collated(&quorvel);
+        ReportManager literal(&shop.services), merged(&shop.services), collated(&shop.services);
         literal.doReport(QStringLiteral("Plain"), literal.table);
         TestEnvironment::current().clearDiagnostics();
         pairwiseCollate(literal, QStringLiteral("field1"), QStringLiteral("field2"));
@@ -370,12 +399,12 @@ private Q_SLOTS:
 
     void shouldLeaveAnUnknownSourceEmpty()
     {
-        Quorvel quorvel;
-        fillBusiness(quorvel);
+        Shop shop;
+        fillBusiness(shop);
         QVariantMap definition = linesDefinition(false);
         definition.insert(QStringLiteral("selectfrom"), QStringLiteral("suppliers"));
         writeDefinition(QStringLiteral("Suppliers"), definition);
-        ReportManager &reports = *quorvel.getReportManager();
+        ReportManager &reports = *shop.getReportManager();
         reports.doReport(QStringLiteral("Suppliers"), reports.table);
         QCOMPARE(reports.getCount(), 0);
         QCOMPARE(reports.table->tableColumns().size(), 2);
@@ -384,8 +413,8 @@ private Q_SLOTS:
 
     void shouldGoOnWithNothingWhenTheDefinitionIsMissing()
     {
-        Quorvel quorvel;
-        ReportManager &reports = *quorvel.getReportManager();
+        Shop shop;
+        ReportManager &reports = *shop.getReportManager();
         reports.doReport(QStringLiteral("Nope"), reports.table);
         const QString path = platform::paths::quorvelDir() + QStringLiteral("/Reports/Nope.xml");
         QCOMPARE(TestEnvironment::current().logLines(),
@@ -450,12 +479,12 @@ private Q_SLOTS:
         QFETCH(QString, name);
         QFETCH(int, contact);
         QFETCH(QString, table);
-        Quorvel quorvel;
-        fillBusiness(quorvel);
+        Shop shop;
+        fillBusiness(shop);
         if (contact > 0)
-            quorvel.getContactManager()->setCurrentItem(
-                static_cast<Contact *>(quorvel.getContactManager()->getItemById(contact)));
-        ReportManager &reports = *quorvel.getReportManager();
+            shop.getContactManager()->setCurrentItem(
+                static_cast<Contact *>(shop.getContactManager()->getItemById(contact)));
+        ReportManager &reports = *shop.getReportManager();
         reports.populateFilter();
         reports.doReport(name, reports.table);
         QCOMPARE(csv(reports), table);
@@ -464,11 +493,11 @@ private Q_SLOTS:
 
     void shouldSortByAClickedColumnAsItReadsWithTheTotalsLast()
     {
-        Quorvel quorvel;
+        Shop shop;
         for (const char *qty : {"9", "10", "2"})
-            addLine(quorvel, 1, 0, QStringLiteral("Bolt"), QString::fromLatin1(qty));
+            addLine(shop, 1, 0, QStringLiteral("Bolt"), QString::fromLatin1(qty));
         writeDefinition(QStringLiteral("Lines"), linesDefinition(false));
-        ReportManager &reports = *quorvel.getReportManager();
+        ReportManager &reports = *shop.getReportManager();
         reports.doReport(QStringLiteral("Lines"), reports.table);
         reports.table->userClickColumn(QStringLiteral("field2"));
         QStringList column;
@@ -530,9 +559,9 @@ private Q_SLOTS:
 
     void shouldRunTheChosenReportWhenTheUserPicksOne()
     {
-        Quorvel quorvel;
-        fillBusiness(quorvel);
-        ReportManager &reports = *quorvel.getReportManager();
+        Shop shop;
+        fillBusiness(shop);
+        ReportManager &reports = *shop.getReportManager();
         reports.populateFilter();
         reports.filter->userSelectItemAtIndex(reports.filter->indexOfItemWithTitle(QStringLiteral("Top Sellers")));
         QCOMPARE(reports.getCount(), 2);
@@ -579,12 +608,12 @@ private Q_SLOTS:
         QFETCH(QString, said);
         QFETCH(int, columns);
         QFETCH(int, tableRows);
-        Quorvel quorvel;
-        addLine(quorvel, 1, 0, QStringLiteral("Bolt"), QStringLiteral("1"));
-        addLine(quorvel, 1, 0, QStringLiteral("Bolt"), QStringLiteral("2"));
-        addLine(quorvel, 1, 0, QStringLiteral("Nut"), QStringLiteral("3"));
+        Shop shop;
+        addLine(shop, 1, 0, QStringLiteral("Bolt"), QStringLiteral("1"));
+        addLine(shop, 1, 0, QStringLiteral("Bolt"), QStringLiteral("2"));
+        addLine(shop, 1, 0, QStringLiteral("Nut"), QStringLiteral("3"));
         writeDefinition(QStringLiteral("Broken"), bytes);
-        ReportManager &reports = *quorvel.getReportManager();
+        ReportManager &reports = *shop.getReportManager();
         reports.doReport(QStringLiteral("Broken"), reports.table);
         const QStringList lines = TestEnvironment::current().logLines();
         QVERIFY2(!lines.filter(said).isEmpty(), qPrintable(lines.join(u'\n')));

@@ -50,6 +50,14 @@ public:
     Picker *getPicker() const override { return picker; }
     PrefsController *getPrefsController() const override { return prefs.get(); }
     DatabaseBundle &getDatabase() override { return *database; }
+    // The database over these collections instead of the stand-in's own
+    // (for a test whose managers hold the records); they must outlive it.
+    void useCollections(kdDataSource &contactRecords, kdDataSource &orderRecords, kdDataSource &itemRecords,
+                        kdDataSource &lineRecords, kdDataSource &billRecords, kdDataSource &taskRecords)
+    {
+        database = std::make_unique<DatabaseBundle>(contactRecords, orderRecords, itemRecords, lineRecords, billRecords,
+                                                    taskRecords);
+    }
 
     Contact *getContactbyId(const QString &id) const override;
     QString getContactNameforId(const QString &id) const override;
